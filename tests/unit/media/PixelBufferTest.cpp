@@ -1,0 +1,48 @@
+#include "media/PixelBuffer.h"
+
+#include <gtest/gtest.h>
+
+namespace velmo {
+namespace {
+
+TEST(PixelBuffer, OddSizesRoundTheChromaUp) {
+    const FrameRef frame = PixelBuffer::create(PixelFormat::nv12, 5, 3);
+    ASSERT_TRUE(frame);
+    EXPECT_EQ(frame->plane(1).width, 3);
+    EXPECT_EQ(frame->plane(1).height, 2);
+}
+
+TEST(PixelBuffer, ImpossibleSizesGiveNoBuffer) {
+    EXPECT_FALSE(PixelBuffer::create(PixelFormat::nv12, 0, 10));
+    EXPECT_FALSE(PixelBuffer::create(PixelFormat::bgra, 10, -1));
+    EXPECT_FALSE(PixelBuffer::create(PixelFormat::bgra, 1 << 20, 1 << 20));
+}
+
+TEST(PixelBufferPool, AReleasedBufferIsTakenAgain) {
+    const auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 1);
+    FrameRef first = pool->take();
+    const PixelBuffer* address = first.get();
+    first = nullptr;
+    EXPECT_EQ(pool->take().get(), address);
+}
+
+TEST(PixelBufferPool, GrowsBeyondItsMinimumWhileAllAreOut) {
+    const auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 2);
+    const FrameRef a = pool->take();
+    const FrameRef b = pool->take();
+    const FrameRef c = pool->take();
+    ASSERT_TRUE(c);
+    EXPECT_NE(c.get(), a.get());
+    EXPECT_NE(c.get(), b.get());
+}
+
+TEST(PixelBufferPool, OutstandingBuffersOutliveTheirPool) {
+    auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 2);
+    const FrameRef frame = pool->take();
+    pool.reset();
+    frame->plane(0).row(63)[63] = 7;
+    EXPECT_EQ(frame->plane(0).row(63)[63], 7);
+}
+
+} // namespace
+} // namespace velmo
