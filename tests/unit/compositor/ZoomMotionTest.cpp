@@ -301,6 +301,42 @@ TEST(ZoomMotion, AChangeOfLevelTooSmallToMatterSettlesAtOnce) {
     EXPECT_EQ(motion.scale(), 2.000001);
 }
 
+TEST(ZoomMotion, AZoomOutFromBelowTheWholeScreenHasNoFixedPoint) {
+    ZoomMotion motion;
+    motion.step(zoomedTo(2), 0);
+    motion.setScale(0.9);
+    motion.step({}, kFrame);
+    EXPECT_NE(motion.scale(), 1.0);
+    EXPECT_FALSE(motion.zoomFixed());
+    EXPECT_EQ(motion.center(), (Point{0.5, 0.5}));
+}
+
+TEST(ZoomMotion, APointerOutsideTheWindowCountsAsOnItsEdgeForANewTarget) {
+    ZoomMotion motion;
+    ZoomControls controls = zoomedTo(2, {0, 0.5});
+    rest(motion, controls);
+    ASSERT_NEAR(motion.center().x, 0.25, 1e-9); // the window is from 0 to 0.5
+    controls.mouse.x = 0.9;
+    controls.level = 4;
+    motion.step(controls, *motion.lastStep());
+    // Held at 0.5, the right edge: the new window is from 0.25 to 0.5, and its right edge stays put.
+    ASSERT_TRUE(motion.zoomFixed());
+    EXPECT_NEAR(motion.zoomFixed()->x, 0.5, 1e-9);
+}
+
+TEST(ZoomMotion, WithZoomOffAScaleSetFromOutsideKeepsTheDeadZoneAboutTheAnchor) {
+    ZoomMotion motion;
+    ZoomControls controls;
+    controls.follow = false;
+    controls.anchor = {0.55, 0.5}; // within the dead zone at a factor of 2
+    motion.setScale(2);
+    motion.step(controls, 0);
+    EXPECT_EQ(motion.centerTarget(), (Point{0.5, 0.5}));
+    controls.anchor.x = 0.7; // and beyond it
+    motion.step(controls, 0);
+    EXPECT_NEAR(motion.centerTarget().x, 0.7 - 0.55 * 0.25, 1e-12);
+}
+
 TEST(ZoomMotion, APointerOnAnotherDisplayKeepsTheWindowOnThisOne) {
     ZoomMotion motion;
     ZoomControls controls = zoomedTo(2, {2.5, -0.4});
@@ -344,6 +380,25 @@ TEST(ZoomMotion, APanCountsAsMotionBeyondItsThreshold) {
     EXPECT_TRUE(motion.isMoving(controls));
     motion.step(controls, *motion.lastStep() + 0.1);
     EXPECT_FALSE(motion.isMoving(controls));
+}
+
+TEST(ZoomMotion, AFadingSpotlightCountsUntilAHundredthIsLeftAndLongerWhileItTravels) {
+    ZoomMotion motion;
+    ZoomControls controls;
+    controls.spotlight = true;
+    rest(motion, controls);
+    controls.spotlight = false;
+    int faint = 0;
+    for (int i = 0; i < 100 && motion.spotAlpha() > 0; ++i) {
+        motion.step(controls, *motion.lastStep() + 0.01);
+        EXPECT_EQ(motion.isMoving(controls), motion.spotAlpha() > 0.01);
+        ZoomControls moved = controls;
+        moved.mouse = {0.6, 0.6};
+        EXPECT_EQ(motion.isMoving(moved), motion.spotAlpha() > 0);
+        faint += motion.spotAlpha() > 0 && motion.spotAlpha() < 0.01 ? 1 : 0;
+    }
+    EXPECT_GT(faint, 5);
+    EXPECT_EQ(motion.spotAlpha(), 0.0);
 }
 
 TEST(ZoomMotion, TheSpotlightCountsAsMotionWhileItTravelsOrFades) {
