@@ -1,4 +1,4 @@
-// A small slide viewer for the demonstration: a full-screen class about the water cycle. Right and Left turn the
+// A small slide viewer for the demonstration: a class about the water cycle that fills the screen. Right and Left turn the
 // slides.
 
 #include <QApplication>
@@ -6,6 +6,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScreen>
 #include <QStringList>
 #include <QWidget>
 
@@ -103,6 +104,7 @@ private:
 int main(int count, char** arguments) {
     QApplication application(count, arguments);
     Slides slides;
-    slides.showFullScreen();
+    slides.setGeometry(slides.screen()->geometry());
+    slides.show();
     return QApplication::exec();
 }
