@@ -194,6 +194,8 @@ private:
     std::optional<Screen> targetScreen() const;
     QString preflightWarning() const;
     bool authorized(DevicePermissions::Media media) const;
+    std::optional<std::string> cameraFor(const QString& id) const;
+    std::optional<std::string> microphone() const;
 
     // SessionFinish.cpp
     struct Saved;

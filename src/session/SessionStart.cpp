@@ -23,11 +23,12 @@ namespace {
 /// For the window system to have the windows that were just shown.
 constexpr double kWindowsSettleSeconds = 0.25;
 constexpr double kPresenterDelaySeconds = 0.4;
-constexpr const char* kNoDevice = "none";
 
 QString described(const Error& error) {
-    return QStringLiteral("%1 %2 %3").arg(QString::fromStdString(error.domain)).arg(error.code).arg(
-        QString::fromStdString(error.text));
+    return QStringLiteral("%1 %2 %3")
+        .arg(QString::fromStdString(error.domain))
+        .arg(error.code)
+        .arg(QString::fromStdString(error.text));
 }
 
 QString truth(bool value) {
@@ -234,9 +235,7 @@ CaptureRecorder::Request RecorderController::captureRequest(const CapturePlan& p
     const Prefs& prefs = services_.prefs;
     CaptureRecorder::Request request;
     request.url = services_.library.newRecordingURL();
-    if (prefs.micID.value() != kNoDevice && authorized(DevicePermissions::Media::audio)) {
-        request.microphoneID = services_.devices.microphone(prefs.micID);
-    }
+    request.microphoneID = microphone();
     request.filter = plan.filter;
     request.size = plan.size;
     request.fps = prefs.fps60 ? 60 : 30;
