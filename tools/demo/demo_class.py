@@ -1,0 +1,169 @@
+"""The demonstration class: driven from outside by keys and mouse, as a teacher would, then judged by its finished file."""
+
+import os
+import shutil
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tests", "e2e"))
+
+from program import Program, Stage, flashes, judge, output, press, runs, tool, wait_until  # noqa: E402
+
+VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua. El sol calienta el mar, y el agua se vuelve vapor. "
+         "Arriba hace frío, y el vapor se convierte en una nube. Cuando las gotas pesan, caen como lluvia. "
+         "Y así el viaje empieza otra vez. Anoten los tres pasos, y nos vemos en la próxima clase.")
+COUNTER = (1424, 40)   # where the moving window stands; its upper left corner holds the frame counter
+FLASH = (60, 700)
+
+
+class Machine:
+    """What the recording costs: CPU seconds of a process between two looks."""
+
+    def __init__(self, process):
+        self.path = f"/proc/{process.pid}/stat"
+        self.begin = self.cpu()
+        self.since = time.monotonic()
+
+    def cpu(self):
+        with open(self.path) as file:
+            fields = file.read().rsplit(") ", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def share(self):
+        return (self.cpu() - self.begin) / (time.monotonic() - self.since)
+
+
+def screenshot(folder, name):
+    subprocess.run(["import", "-window", "root", os.path.join(folder, name + ".png")], check=True)
+
+
+def window(name):
+    return wait_until(name, lambda: output("xdotool", "search", "--onlyvisible", "--name", name).split())[0]
+
+
+def focus(name):
+    subprocess.run(["xdotool", "windowfocus", "--sync", window(name)], check=True)
+
+
+def say(folder):
+    wave = os.path.join(folder, "voz.wav")
+    subprocess.run(["espeak-ng", "-v", "es", "-s", "150", "-w", wave, VOICE], check=True)
+    return subprocess.Popen(["paplay", "--device=micfeed", wave])
+
+
+def move(*points):
+    for x, y in points:
+        subprocess.run(["xdotool", "mousemove", str(x), str(y)], check=True)
+        time.sleep(0.03)
+
+
+def glide(start, end, steps=25):
+    move(*[(round(start[0] + (end[0] - start[0]) * i / steps), round(start[1] + (end[1] - start[1]) * i / steps))
+           for i in range(steps + 1)])
+
+
+def flash(seconds):
+    with Stage("flash", "--size", "220x160", "--at", f"{FLASH[0]},{FLASH[1]}", "--unmanaged"):
+        time.sleep(seconds)
+
+
+def teach(folder):
+    """The class itself, between the two presses of the key."""
+    flash(6)
+    voice = say(folder)
+    focus("El ciclo del agua")
+    press("Right")
+    glide((400, 300), (900, 640))
+    time.sleep(1)
+    press("ctrl+m")
+    time.sleep(0.4)
+    screenshot(folder, "marcador")
+    focus("apuntes")
+    subprocess.run(["xdotool", "type", "--delay", "60", "echo '1. Evaporacion: el agua sube'\n"], check=True)
+    focus("El ciclo del agua")
+    press("Right")
+    glide((900, 640), (1300, 480))
+    focus("apuntes")
+    subprocess.run(["xdotool", "type", "--delay", "60", "seq 1 200\n"], check=True)
+    subprocess.run(["xdotool", "mousemove", "500", "860", "click", "--repeat", "12", "--delay", "70", "4"], check=True)
+    subprocess.run(["xdotool", "click", "--repeat", "12", "--delay", "70", "5"], check=True)
+    press("ctrl+p")
+    time.sleep(0.6)
+    screenshot(folder, "pausa")
+    time.sleep(1.5)
+    press("ctrl+p")
+    focus("El ciclo del agua")
+    press("Right")
+    time.sleep(0.5)
+    press("ctrl+m")
+    glide((1300, 480), (600, 420))
+    voice.wait()
+    flash(6)
+
+
+def report(folder, video, entry, cpu):
+    seen = judge(video, "--counter", f"{COUNTER[0]},{COUNTER[1]}", "--probe", f"{FLASH[0] + 110},{FLASH[1] + 80}")
+    counted = runs(seen["frames"])
+    lights = flashes(seen["frames"])
+    beeps = [begin for begin, _ in seen["sounds"][0]] if seen["sounds"] else []
+    offsets = [min((beep - light for beep in beeps), key=abs) * 1000 for light in lights] if beeps else []
+    paused = 1 if any(b["counter"] - a["counter"] > 30 for a, b in zip(seen["frames"], seen["frames"][1:])) else 0
+    skipped = sum(b["counter"] - a["counter"] - 1 for a, b in zip(seen["frames"], seen["frames"][1:])
+                  if 1 < b["counter"] - a["counter"] <= 30 and a["counter"] >= 0)
+    lines = [f"Video: {os.path.basename(video)}",
+             f"Duration: {seen['duration']:.2f} s in the file, {entry['duration']:.2f} s by the session's clock, {paused} pause",
+             "Markers: " + ", ".join(f"{title} at {time_:.2f} s" for time_, title in zip(entry["markers"], entry.get("titles", [])))]
+    for stream in seen["streams"]:
+        size = f" {stream['width']}x{stream['height']}" if stream["type"] == "video" else f" {stream['sampleRate']} Hz"
+        lines.append(f"Stream: {stream['codec']} {stream['profile']}{size}, {stream['bitRate'] / 1e6:.2f} Mbit/s")
+    lines += [f"Frames: {len(seen['frames'])}, of the moving window's {counted['frames']} skipped {skipped}, decode errors {seen['decodeErrors']}",
+              "Sound against picture: " + ", ".join(f"{offset:+.0f} ms" for offset in offsets),
+              f"CPU of the program while recording: {cpu * 100:.0f} % of one core"]
+    with open(os.path.join(folder, "informe.txt"), "w") as file:
+        file.write("\n".join(lines) + "\n")
+    print("\n".join(lines))
+
+
+def contact_sheet(folder, video, duration):
+    step = max(duration / 12, 0.1)
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-i", video, "-vf", f"fps=1/{step:.3f},scale=640:-2,tile=3x4:padding=8:color=0x0A1D16",
+                    "-frames:v", "1", os.path.join(folder, "hoja.png")], check=True)
+
+
+def main():
+    folder = sys.argv[1]
+    slides = subprocess.Popen([tool("velmo-demo-slides")])
+    window("El ciclo del agua")
+    notes = subprocess.Popen(["xterm", "-title", "apuntes", "-fa", "DejaVu Sans Mono", "-fs", "14", "-geometry", "76x12+140+720",
+                              "-bg", "#10241d", "-fg", "#f3efe6", "-e", "bash", "--norc"], env={**os.environ, "PS1": "clase $ "})
+    window("apuntes")
+    with Stage("motion", "--size", "440x240", "--at", f"{COUNTER[0]},{COUNTER[1]}", "--unmanaged"), \
+            Program(countdown=True, systemAudio=True) as program:
+        time.sleep(1)
+        screenshot(folder, "biblioteca-antes")
+        press("ctrl+g")
+        time.sleep(1.2)
+        screenshot(folder, "cuenta-atras")
+        source = wait_until("the recording", program.videos)[0]
+        wait_until("the first samples", lambda: os.path.getsize(source) > 4096)
+        machine = Machine(program.process)
+        teach(folder)
+        screenshot(folder, "grabando")
+        cpu = machine.share()
+        entry = program.end_recording(source)
+        wait_until("the library window", program.library_window)
+        time.sleep(1.5)
+        screenshot(folder, "biblioteca")
+        video = os.path.join(folder, "clase.mp4")
+        shutil.copyfile(source, video)
+    for process in (slides, notes):
+        process.terminate()
+        process.wait()
+    contact_sheet(folder, video, entry["duration"])
+    report(folder, video, entry, cpu)
+    print(video)
+
+
+if __name__ == "__main__":
+    main()
