@@ -60,6 +60,7 @@ void OtherClient::press(std::uint8_t keyCode) {
 }
 void OtherClient::release(std::uint8_t keyCode) {
     send(XCB_KEY_RELEASE, keyCode);
+    std::this_thread::sleep_for(std::chrono::milliseconds(3)); // no finger is down again in the same millisecond
 }
 
 void OtherClient::tap(std::uint8_t keyCode) {
