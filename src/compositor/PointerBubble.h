@@ -21,7 +21,8 @@ inline constexpr double radiusFraction = 0.034;
 /// `age` in seconds; true from 0 up to `duration` + 0.4.
 bool isVisible(double age);
 
-/// Paints on `painter` in its own coordinates and leaves its state as it was. Nothing for an empty list of colours.
+/// Paints on `painter`, in its own coordinates (y down), and leaves its state as it was. The colours run
+/// counter-clockwise as seen. Nothing for an empty list of colours.
 void draw(QPainter& painter, Point center, double radius, double age, std::span<const Color> colors);
 
 /// The colours of a palette of 0xRRGGBB values.

@@ -2,6 +2,7 @@
 
 #include "base/Geometry.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace velmo {

@@ -3,6 +3,7 @@
 #include "base/Color.h"
 #include "base/Geometry.h"
 #include "base/Result.h"
+#include "compositor/BubbleInfo.h"
 #include "media/PixelBuffer.h"
 #include "platform/ScreenCapture.h"
 
@@ -32,6 +33,8 @@ public:
     virtual void setCameraFrame(FrameRef frame) = 0;
     /// `at` in seconds of the media clock.
     virtual void showBubble(double at, std::vector<Color> colors) = 0;
+    /// `mouse` in global points.
+    virtual void update(Point mouse, std::vector<BubbleInfo> bubbles) = 0;
 };
 
 /// One recording's capture and writer. Made anew for each; called from the main thread; whatever it calls back may
@@ -59,6 +62,8 @@ public:
     virtual void addOverlay(int key, CaptureWindow window, Completion completion) = 0;
     /// `size` in points. A key without a stream is ignored.
     virtual void resizeOverlay(int key, Size size) = 0;
+    /// Whether the noise of mouse clicks is taken out of the microphone's sound.
+    virtual void setMutesClicks(bool mutes) = 0;
     virtual void pause() = 0;
     virtual void resume() = 0;
     /// Ends capture and finishes the file.

@@ -2,6 +2,7 @@
 
 #include "base/Geometry.h"
 #include "base/Result.h"
+#include "compositor/BubbleInfo.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
 
@@ -102,6 +103,8 @@ public:
     virtual void prepareControlsForCapture() = 0;
     virtual void parkControls() = 0;
     virtual std::optional<WindowId> windowID() const = 0;
+    /// As it stands on the screen now; absent while hidden.
+    virtual std::optional<BubbleInfo> captureInfo() const = 0;
 };
 
 class SecondBubblePort {
@@ -112,6 +115,8 @@ public:
     virtual void keep(const Screen& screen) = 0;
     virtual bool userHidden() const = 0;
     virtual std::optional<WindowId> windowID() const = 0;
+    /// As it stands on the screen now; absent while hidden.
+    virtual std::optional<BubbleInfo> captureInfo() const = 0;
 };
 
 class PhonePort {
@@ -123,6 +128,8 @@ public:
     virtual void prepareForCapture() = 0;
     virtual void park() = 0;
     virtual std::optional<WindowId> windowID() const = 0;
+    /// As it stands on the screen now; absent while hidden.
+    virtual std::optional<BubbleInfo> captureInfo() const = 0;
 };
 
 class DrawingPort {
@@ -192,6 +199,14 @@ public:
     virtual void togglePlay() = 0;
     virtual void show(const Screen& screen) = 0;
     virtual void hide() = 0;
+};
+
+/// Where the mouse is.
+class PointerPort {
+public:
+    virtual ~PointerPort() = default;
+    /// Global points.
+    virtual Point location() const = 0;
 };
 
 /// Lets the user drag a rectangle on the screen.

@@ -17,6 +17,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace velmo {
@@ -119,10 +120,10 @@ public:
     void chooseRegion();
     /// Needs the spotlight's overlay.
     void toggleSpotlight();
-    /// Scenes need a camera and the presenter's window; without them nothing happens. Picking the current scene
-    /// goes back to `screen`.
-    void setScene(Scene scene);
+    /// Goes to the presenter's scene of the settings, or back to `screen`. Scenes are not shown yet: nothing happens.
     void togglePresenter();
+    /// Scenes need a camera and a presenter's window, neither of which this program has yet: nothing happens.
+    void setScene(Scene scene);
     void toggleDrawing();
     void toggleBoard();
     void toggleKit();
@@ -151,6 +152,7 @@ private:
     void publish(T& field, T value, void (RecorderController::*changed)());
     void setState(State state);
     void schedule(std::function<void()> work);
+    void log(const QString& line) const;
     double now() const;
     double recordedSeconds() const;
     void startTicker();
@@ -165,11 +167,12 @@ private:
     void hidePreviews();
 
     // SessionStart.cpp
-    struct Prepared;
     Task runStart();
-    QCoro::Task<bool> permissionToStart();
-    Task prepareSurfaces(Screen screen, RecordMode mode);
+    QCoro::Task<bool> agreedToStart();
+    QCoro::Task<bool> checkedSources(RecordMode mode);
     QCoro::Task<Result<ShareableContent>> queryContent();
+    Task wait(double seconds);
+    void keepPreviewsOn(const Screen& screen, RecordMode mode);
     QCoro::Task<Result<void>> beginCapture(Screen screen, RecordMode mode);
     Task addOverlays(CaptureRecorder& recorder);
     std::unique_ptr<CaptureRecorder> makeRecorder();
@@ -180,7 +183,8 @@ private:
     void startLive(const Screen& screen, RecordMode mode);
     void startSpotlight(const Screen& screen);
     void startClock();
-    Task failPermission(Error error);
+    Task failQuery(Error error);
+    Task failNoCamera();
     Task failStart(Error error, RecordMode mode);
     Task screenPermissionAlert();
     void abort();
@@ -194,6 +198,7 @@ private:
     // SessionFinish.cpp
     struct Saved;
     Task save(Saved saved);
+    QCoro::Task<Result<std::filesystem::path>> stopCapture();
     Task failSave(std::filesystem::path url, Error error);
     void discard(bool keepPreview, std::function<void()> then);
     Task runDiscard(std::optional<std::filesystem::path> url, bool keepPreview, std::function<void()> then);
@@ -207,6 +212,8 @@ private:
     void setRegion(bool on);
 
     // ZoomControl.cpp
+    void startZoomTracking(const Screen& screen);
+    void zoomTick();
     bool canZoom() const;
     void setZoom(bool on);
     void applyLevel(double level);
@@ -227,6 +234,7 @@ private:
 
     std::unique_ptr<MainTimer> zoomTimer_;
     double lastActivity_ = 0; ///< seconds of the clock, as all stamps here
+    Point lastMouse_;         ///< global points
     std::unique_ptr<CaptureRecorder> recorder_;
     std::optional<std::filesystem::path> fileURL_;
     std::vector<double> markers_;
@@ -244,5 +252,13 @@ private:
     unsigned captures_ = 0; ///< made so far; tells late news of an earlier capture from those of this one
     std::shared_ptr<const int> life_ = std::make_shared<const int>(0);
 };
+
+template <typename T>
+void RecorderController::publish(T& field, T value, void (RecorderController::*changed)()) {
+    if (!(field == value)) {
+        field = std::move(value);
+        emit(this->*changed)();
+    }
+}
 
 } // namespace velmo

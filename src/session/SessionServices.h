@@ -18,6 +18,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The services without which there is no session, and the surfaces that may be absent.
@@ -91,7 +92,7 @@ struct SessionServices {
     DevicePermissions& permissions;
     LibraryStore& library;
     MixService& mixer;
-    std::function<void(const QString&)> log; ///< one line of the diagnostics log
+    std::function<void(std::string_view)> log; ///< one line of the diagnostics log
     int processID = 0;                       ///< this process, whose windows stay out of the video
 };
 
@@ -116,6 +117,7 @@ struct SessionSurfaces {
     ClassMaterial* classKit = nullptr;
     TeleprompterPort* teleprompter = nullptr;
     RegionPickerPort* regionPicker = nullptr;
+    PointerPort* pointer = nullptr; ///< without it the zoom stays where it was put
 };
 
 } // namespace velmo
