@@ -172,6 +172,8 @@ private:
     QCoro::Task<bool> checkedSources(RecordMode mode);
     QCoro::Task<Result<ShareableContent>> queryContent();
     Task wait(double seconds);
+    Task setStage(Screen screen, RecordMode mode);
+    QCoro::Task<Result<CapturePlan>> planFromWindows(Screen screen, RecordMode mode);
     void keepPreviewsOn(const Screen& screen, RecordMode mode);
     QCoro::Task<Result<void>> beginCapture(Screen screen, RecordMode mode);
     Task addOverlays(CaptureRecorder& recorder);
@@ -183,17 +185,21 @@ private:
     void startLive(const Screen& screen, RecordMode mode);
     void startSpotlight(const Screen& screen);
     void startClock();
+
+    // SessionFailures.cpp
+    void abort();
     Task failQuery(Error error);
     Task failNoCamera();
     Task failStart(Error error, RecordMode mode);
     Task screenPermissionAlert();
-    void abort();
 
     // SessionPreview.cpp
     Task refreshPreview();
     std::optional<Screen> targetScreen() const;
     QString preflightWarning() const;
     bool authorized(DevicePermissions::Media media) const;
+    std::optional<std::string> cameraFor(const QString& id) const;
+    std::optional<std::string> microphone() const;
 
     // SessionFinish.cpp
     struct Saved;

@@ -20,6 +20,18 @@ bool RecorderController::authorized(Media media) const {
     return services_.permissions.status(media) == kAuthorized;
 }
 
+/// Absent for "none", without permission, and when there is no camera.
+std::optional<std::string> RecorderController::cameraFor(const QString& id) const {
+    const auto device = authorized(Media::video) ? services_.devices.camera(id) : std::nullopt;
+    return device ? std::optional(device->uniqueID) : std::nullopt;
+}
+
+/// The microphone of the settings, absent likewise.
+std::optional<std::string> RecorderController::microphone() const {
+    const auto device = authorized(Media::audio) ? services_.devices.microphone(services_.prefs.micID) : std::nullopt;
+    return device ? std::optional(device->uniqueID) : std::nullopt;
+}
+
 /// Also scheduled while the setup is open; what the user has closed meanwhile is left closed.
 RecorderController::Task RecorderController::refreshPreview() {
     const Life life = life_;
@@ -36,16 +48,9 @@ RecorderController::Task RecorderController::refreshPreview() {
     if (life.expired()) {
         co_return;
     }
-    std::optional<std::string> camera;
-    if (wantsCamera && authorized(Media::video)) {
-        camera = services_.devices.camera(prefs.cameraID);
-    }
-    std::optional<std::string> microphone;
-    if (wantsMicrophone && authorized(Media::audio)) {
-        microphone = services_.devices.microphone(prefs.micID);
-    }
+    const std::optional<std::string> camera = wantsCamera ? cameraFor(prefs.cameraID) : std::nullopt;
     if (surfaces_.camera != nullptr) {
-        co_await surfaces_.camera->configure(camera, microphone);
+        co_await surfaces_.camera->configure(camera, microphone());
         if (life.expired()) {
             co_return;
         }
@@ -54,11 +59,9 @@ RecorderController::Task RecorderController::refreshPreview() {
         co_return;
     }
     tell(surfaces_.bubble, camera ? &BubblePort::show : &BubblePort::hide);
-    std::optional<std::string> second;
-    if (prefs.mode == RecordMode::screenCam && prefs.secondCameraID.value() != kNoDevice &&
-        prefs.secondCameraID.value() != prefs.cameraID.value() && authorized(Media::video)) {
-        second = services_.devices.camera(prefs.secondCameraID);
-    }
+    const bool wantsSecond =
+        prefs.mode == RecordMode::screenCam && prefs.secondCameraID.value() != prefs.cameraID.value();
+    const std::optional<std::string> second = wantsSecond ? cameraFor(prefs.secondCameraID) : std::nullopt;
     if (surfaces_.secondCamera != nullptr) {
         co_await surfaces_.secondCamera->configure(second);
         if (life.expired() || !wanted()) {

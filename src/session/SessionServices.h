@@ -9,6 +9,7 @@
 #include "session/CaptureRecorder.h"
 #include "session/Collaborators.h"
 #include "session/MainTimers.h"
+#include "settings/Devices.h"
 #include "settings/Prefs.h"
 
 #include <QString>
@@ -33,15 +34,6 @@ public:
     virtual void toFront() = 0;
     /// Where the user permits the capture of the screen, as near as the system has such a place.
     virtual void openScreenCaptureSettings() = 0;
-};
-
-/// Devices by the ids of the settings: "none" is no device, an unknown or empty id the system's default.
-class CaptureDevices {
-public:
-    virtual ~CaptureDevices() = default;
-    /// The device's own identifier, absent when there is none.
-    virtual std::optional<std::string> camera(const QString& id) const = 0;
-    virtual std::optional<std::string> microphone(const QString& id) const = 0;
 };
 
 /// The store of finished recordings, as a session uses it.
@@ -88,12 +80,12 @@ struct SessionServices {
     const DiskSpace& disk;
     ScreenCaptureService& capture;
     CaptureRecorderFactory& recorders;
-    CaptureDevices& devices;
+    const Devices& devices;
     DevicePermissions& permissions;
     LibraryStore& library;
     MixService& mixer;
     std::function<void(std::string_view)> log; ///< one line of the diagnostics log
-    int processID = 0;                       ///< this process, whose windows stay out of the video
+    int processID = 0;                         ///< this process, whose windows stay out of the video
 };
 
 /// What stands around a session on the screen. All borrowed, each may be null: then the session leaves out what

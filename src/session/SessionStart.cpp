@@ -1,4 +1,3 @@
-#include "platform/PlatformWords.h"
 #include "session/MainThreadResult.h"
 #include "session/RecorderController.h"
 #include "session/SessionErrors.h"
@@ -23,12 +22,6 @@ namespace {
 /// For the window system to have the windows that were just shown.
 constexpr double kWindowsSettleSeconds = 0.25;
 constexpr double kPresenterDelaySeconds = 0.4;
-constexpr const char* kNoDevice = "none";
-
-QString described(const Error& error) {
-    return QStringLiteral("%1 %2 %3").arg(QString::fromStdString(error.domain)).arg(error.code).arg(
-        QString::fromStdString(error.text));
-}
 
 QString truth(bool value) {
     return value ? QStringLiteral("true") : QStringLiteral("false");
@@ -60,19 +53,7 @@ RecorderController::Task RecorderController::runStart() {
     }
     const Screen screen = *target;
     recordingScreen_ = screen;
-    if (usesScreen(mode) && surfaces_.board != nullptr && surfaces_.board->isAvailable()) {
-        surfaces_.board->ensureServer();
-    }
-    tell(surfaces_.libraryWindow, &LibraryWindowPort::hide);
-    keepPreviewsOn(screen, mode);
-    if (services_.prefs.countdown && surfaces_.countdown != nullptr) {
-        co_await surfaces_.countdown->run(screen);
-        if (life.expired()) {
-            co_return;
-        }
-    }
-    showForCapture(screen, mode);
-    co_await wait(kWindowsSettleSeconds);
+    co_await setStage(screen, mode);
     if (life.expired()) {
         co_return;
     }
@@ -86,6 +67,24 @@ RecorderController::Task RecorderController::runStart() {
     }
     startLive(screen, mode);
     startClock();
+}
+
+/// Everything that has to be on screen before the windows are listed.
+RecorderController::Task RecorderController::setStage(Screen screen, RecordMode mode) {
+    const Life life = life_;
+    if (usesScreen(mode) && surfaces_.board != nullptr && surfaces_.board->isAvailable()) {
+        surfaces_.board->ensureServer();
+    }
+    tell(surfaces_.libraryWindow, &LibraryWindowPort::hide);
+    keepPreviewsOn(screen, mode);
+    if (services_.prefs.countdown && surfaces_.countdown != nullptr) {
+        co_await surfaces_.countdown->run(screen);
+        if (life.expired()) {
+            co_return;
+        }
+    }
+    showForCapture(screen, mode);
+    co_await wait(kWindowsSettleSeconds);
 }
 
 QCoro::Task<bool> RecorderController::agreedToStart() {
@@ -190,9 +189,8 @@ OwnWindows RecorderController::ownWindows() const {
     return own;
 }
 
-/// The query that counts, the filter, the capture and its overlays. The controller holds the recorder only when all
-/// that can fail has succeeded.
-QCoro::Task<Result<void>> RecorderController::beginCapture(Screen screen, RecordMode mode) {
+/// The query that counts, and the filter built from it.
+QCoro::Task<Result<CapturePlan>> RecorderController::planFromWindows(Screen screen, RecordMode mode) {
     const Life life = life_;
     const Result<ShareableContent> content = co_await queryContent();
     if (life.expired()) {
@@ -201,12 +199,22 @@ QCoro::Task<Result<void>> RecorderController::beginCapture(Screen screen, Record
     if (!content.ok()) {
         co_return content.error();
     }
+    const CaptureWish wish{mode, screen.displayID, services_.prefs.videoQuality, services_.processID};
+    Result<CapturePlan> plan = planCapture(wish, ownWindows(), content.value(), [this](const ContentFilter& filter) {
+        return services_.capture.pointPixelScale(filter);
+    });
+    co_return plan;
+}
+
+/// The controller holds the recorder only when all that can fail has succeeded.
+QCoro::Task<Result<void>> RecorderController::beginCapture(Screen screen, RecordMode mode) {
+    const Life life = life_;
     overlayWindows_.clear();
     overlaySizes_.clear();
-    const CaptureWish wish{mode, screen.displayID, services_.prefs.videoQuality, services_.processID};
-    const Result<CapturePlan> plan =
-        planCapture(wish, ownWindows(), content.value(),
-                    [this](const ContentFilter& filter) { return services_.capture.pointPixelScale(filter); });
+    const Result<CapturePlan> plan = co_await planFromWindows(screen, mode);
+    if (life.expired()) {
+        co_return unansweredError();
+    }
     if (!plan.ok()) {
         co_return plan.error();
     }
@@ -234,9 +242,7 @@ CaptureRecorder::Request RecorderController::captureRequest(const CapturePlan& p
     const Prefs& prefs = services_.prefs;
     CaptureRecorder::Request request;
     request.url = services_.library.newRecordingURL();
-    if (prefs.micID.value() != kNoDevice && authorized(DevicePermissions::Media::audio)) {
-        request.microphoneID = services_.devices.microphone(prefs.micID);
-    }
+    request.microphoneID = microphone();
     request.filter = plan.filter;
     request.size = plan.size;
     request.fps = prefs.fps60 ? 60 : 30;
@@ -327,56 +333,6 @@ void RecorderController::startClock() {
     publish(elapsed_, 0.0, &RecorderController::elapsedChanged);
     setState(State::recording);
     startTicker();
-}
-
-void RecorderController::abort() {
-    setState(State::idle);
-    hidePreviews();
-}
-
-RecorderController::Task RecorderController::failQuery(Error error) {
-    log(QStringLiteral("SCShareableContent falló: %1 preflight=%2")
-            .arg(described(error), truth(services_.capture.preflightAccess())));
-    abort();
-    if (isPermissionError(error)) {
-        services_.capture.requestAccess();
-        co_await screenPermissionAlert();
-    } else {
-        co_await inform("No se pudo acceder a la pantalla", QString::fromStdString(error.text));
-    }
-}
-
-RecorderController::Task RecorderController::failNoCamera() {
-    const Life life = life_;
-    abort();
-    co_await inform("Activa una cámara", "El modo Cámara necesita una cámara conectada y con permiso.");
-    if (!life.expired()) {
-        openSetup();
-    }
-}
-
-RecorderController::Task RecorderController::failStart(Error error, RecordMode mode) {
-    const Life life = life_;
-    finish(false);
-    log(QStringLiteral("inicio de grabación falló: %1").arg(described(error)));
-    if (usesScreen(mode) && isPermissionError(error)) {
-        co_await screenPermissionAlert();
-    } else {
-        co_await inform("No se pudo empezar a grabar", QString::fromStdString(error.text));
-    }
-    if (!life.expired()) {
-        tell(surfaces_.libraryWindow, &LibraryWindowPort::show, std::nullopt);
-    }
-}
-
-RecorderController::Task RecorderController::screenPermissionAlert() {
-    const Life life = life_;
-    const QStringList buttons{QStringLiteral("Abrir Ajustes"), QStringLiteral("Ahora no")};
-    const QString text = QString::fromUtf8(PlatformWords::kPermitScreenCapture.here);
-    const int chosen = co_await ask("Permite la grabación de pantalla", text, buttons, false);
-    if (!life.expired() && chosen == 0) {
-        services_.application.openScreenCaptureSettings();
-    }
 }
 
 } // namespace velmo
