@@ -24,7 +24,7 @@ public:
     static constexpr int kAnchorReads = 5;
     static constexpr std::int64_t kGap = 40'000'000;     ///< ns
     static constexpr std::int64_t kStep = 8'000'000;     ///< ns
-    static constexpr std::int64_t kMostSlew = 2'000'000; ///< ns a second
+    static constexpr std::int64_t kMostSlew = 5'000'000; ///< ns a second
     static constexpr std::size_t kWindow = 50;           ///< reads, one second of 20 ms fragments
 
     explicit CaptureClock(int sampleRate);

@@ -53,14 +53,40 @@ Beeper::Beeper(const std::string& sink) : loop_(pa_threaded_mainloop_new()) {
                                nullptr, nullptr);
     waitFor(
         loop_, [this] { return pa_stream_get_state(stream_); }, PA_STREAM_READY, PA_STREAM_FAILED);
+    holdLatencyDown(sink);
     pa_threaded_mainloop_unlock(loop_);
+}
+
+void Beeper::holdLatencyDown(const std::string& sink) {
+    const pa_sample_spec format{PA_SAMPLE_FLOAT32NE, kRate, 2};
+    monitor_ = pa_stream_new(context_, "latency", &format, nullptr);
+    pa_stream_set_state_callback(
+        monitor_, [](pa_stream*, void* loop) { wake(loop); }, loop_);
+    pa_stream_set_read_callback(
+        monitor_,
+        [](pa_stream* stream, std::size_t, void*) {
+            const void* data = nullptr;
+            std::size_t bytes = 0;
+            if (pa_stream_peek(stream, &data, &bytes) == 0 && bytes > 0) {
+                pa_stream_drop(stream);
+            }
+        },
+        nullptr);
+    pa_buffer_attr buffer{};
+    buffer.maxlength = buffer.tlength = buffer.prebuf = buffer.minreq = static_cast<std::uint32_t>(-1);
+    buffer.fragsize = kRate / 200 * 8;
+    pa_stream_connect_record(monitor_, (sink + ".monitor").c_str(), &buffer, PA_STREAM_ADJUST_LATENCY);
+    waitFor(
+        loop_, [this] { return pa_stream_get_state(monitor_); }, PA_STREAM_READY, PA_STREAM_FAILED);
 }
 
 Beeper::~Beeper() {
     pa_threaded_mainloop_stop(loop_);
     pa_stream_set_write_callback(stream_, nullptr, nullptr);
-    pa_stream_disconnect(stream_);
-    pa_stream_unref(stream_);
+    for (pa_stream* stream : {stream_, monitor_}) {
+        pa_stream_disconnect(stream);
+        pa_stream_unref(stream);
+    }
     pa_context_disconnect(context_);
     pa_context_unref(context_);
     pa_threaded_mainloop_free(loop_);

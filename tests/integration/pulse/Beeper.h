@@ -22,10 +22,14 @@ public:
 
 private:
     void write(std::size_t bytes);
+    /// A null sink plays ahead by up to the longest latency that anybody allows it, and a virtual microphone on it
+    /// hears that early without the server saying so: this allows 5 ms.
+    void holdLatencyDown(const std::string& sink);
 
     pa_threaded_mainloop* loop_;
     pa_context* context_ = nullptr;
     pa_stream* stream_ = nullptr;
+    pa_stream* monitor_ = nullptr;
     int beepFramesLeft_ = 0;
     bool wanted_ = false;
     double heardAt_ = 0;
