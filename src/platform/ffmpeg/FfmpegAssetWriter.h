@@ -12,8 +12,8 @@ namespace velmo {
 ///
 /// Limits: 8 frames wait for the video encoder, 64 buffers for each audio encoder, 32 MiB for the disk; at a limit the
 /// input is not ready. When the disk runs out or fails, no more samples are taken and `finishWriting` makes what is
-/// there a playable file. A writer destroyed while it writes finishes its file. It must not be destroyed inside one of
-/// its own callbacks.
+/// there a playable file; the interruption is told on the file thread. A writer destroyed while it writes finishes its
+/// file. It must not be destroyed inside one of its own callbacks, nor may these wait for its caller's thread.
 class FfmpegAssetWriter final : public AssetWriter {
 public:
     FfmpegAssetWriter(std::filesystem::path path, FfmpegWriterOptions options);
@@ -21,6 +21,7 @@ public:
 
     AssetWriterInput* addVideoInput(const VideoSettings& settings) override;
     AssetWriterInput* addAudioInput(const AudioSettings& settings) override;
+    void setOnInterruption(std::function<void(const Error&)> interrupted) override;
     Result<void> startWriting() override;
     void startSession(MediaTime sourceTime) override;
     WriterStatus status() const override;
