@@ -38,25 +38,17 @@ void CaptureClock::anchorOn(const Offsets& offsets) {
     anchored_ = true;
 }
 
-bool CaptureClock::add(int frames, std::optional<MediaTime> measured) {
-    const std::int64_t before = nominal(added_);
-    added_ += frames;
-    if (!measured || !measured->isValid()) {
-        return anchored_ && apart_.size() == 0;
-    }
-    const std::int64_t offset = measured->convertedTo(kNanoseconds) - before;
-    const bool onTheLine = anchored_ && std::abs(offset - near_.median()) < kGap;
-    if (onTheLine) {
+void CaptureClock::observe(MediaTime time) {
+    const std::int64_t offset = time.convertedTo(kNanoseconds) - nominal(added_);
+    if (anchored_ && std::abs(offset - near_.median()) < kGap) {
         near_.add(offset);
         apart_.clear();
-        return true;
+        return;
     }
     apart_.add(offset);
-    if (apart_.size() < kAnchorReads) {
-        return false;
+    if (apart_.size() >= kAnchorCount) {
+        anchorOn(apart_);
     }
-    anchorOn(apart_);
-    return true;
 }
 
 void CaptureClock::follow(std::int64_t length) {

@@ -3,6 +3,7 @@
 #include <pulse/sample.h>
 
 #include <cstring>
+#include <sys/time.h>
 #include <utility>
 
 namespace velmo {
@@ -14,11 +15,20 @@ constexpr int kChannels = 2;
 constexpr std::size_t kFrameBytes = kChannels * sizeof(float);
 constexpr std::size_t kFragmentBytes = kRate / 50 * kFrameBytes;
 constexpr std::size_t kMostKept = 50;
+constexpr int kReadsBetweenTimings = 5;
 
 constexpr pa_stream_flags_t kFlags = static_cast<pa_stream_flags_t>(
     // Not moved by the server: another microphone instead of the chosen one would be a surprise, and a changed
     // default output is followed here.
-    PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
+    PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY);
+
+/// Wall-clock time as libpulse stamps it, on the host clock.
+MediaTime onHostClock(const timeval& stamp, const Clock& clock) {
+    timeval wall{};
+    gettimeofday(&wall, nullptr);
+    const std::int64_t age = (wall.tv_sec - stamp.tv_sec) * 1'000'000LL + (wall.tv_usec - stamp.tv_usec);
+    return clock.now() - MediaTime(age, 1'000'000);
+}
 
 PulseInput& input(void* self) {
     return *static_cast<PulseInput*>(self);
@@ -77,6 +87,7 @@ void PulseInput::open(const std::string& source) {
         return;
     }
     openedOn_ = source;
+    readsSinceTiming_ = 0;
     captureClock_.restart();
     pa_stream_set_state_callback(
         stream_, [](pa_stream*, void* self) { input(self).stateChanged(); }, this);
@@ -96,6 +107,10 @@ void PulseInput::close() {
     if (stream_ == nullptr) {
         return;
     }
+    if (timingAsked_ != nullptr) {
+        pa_operation_cancel(timingAsked_);
+        pa_operation_unref(std::exchange(timingAsked_, nullptr));
+    }
     pa_stream* old = std::exchange(stream_, nullptr);
     pa_stream_set_state_callback(old, nullptr, nullptr);
     pa_stream_set_read_callback(old, nullptr, nullptr);
@@ -112,33 +127,50 @@ void PulseInput::stateChanged() {
     }
 }
 
-std::optional<MediaTime> PulseInput::timeOfNextFrame() const {
-    pa_usec_t latency = 0;
-    int negative = 0;
-    if (pa_stream_get_latency(stream_, &latency, &negative) < 0) {
-        return std::nullopt;
+// The server's own account of one moment is taken as it is: libpulse's interpolation between such moments needs
+// seconds to find the rate, and until then runs off by up to 10 ms a second.
+void PulseInput::askForTiming() {
+    const int interval = captureClock_.settled() ? kReadsBetweenTimings : 1;
+    if (timingAsked_ != nullptr || ++readsSinceTiming_ < interval) {
+        return;
     }
-    const MediaTime age = MediaTime::fromNanoseconds(static_cast<std::int64_t>(latency) * 1000);
-    return negative != 0 ? clock_.now() + age : clock_.now() - age;
+    readsSinceTiming_ = 0;
+    timingAsked_ = pa_stream_update_timing_info(
+        stream_, [](pa_stream*, int, void* self) { input(self).timingArrived(); }, this);
+}
+
+void PulseInput::timingArrived() {
+    pa_operation_unref(std::exchange(timingAsked_, nullptr));
+    const pa_timing_info* info = pa_stream_get_timing_info(stream_);
+    if (info == nullptr || info->write_index_corrupt || info->read_index_corrupt) {
+        return;
+    }
+    // At the stamp the source heard the frame that comes `sourceAge` after those written; a monitor hears what its
+    // sink plays later.
+    const auto waiting = (info->write_index - info->read_index) / static_cast<std::int64_t>(kFrameBytes);
+    const auto sourceAge = static_cast<std::int64_t>(info->source_usec) - static_cast<std::int64_t>(info->sink_usec);
+    captureClock_.observe(onHostClock(info->timestamp, clock_) - MediaTime(waiting, kRate) -
+                          MediaTime(sourceAge, 1'000'000));
 }
 
 void PulseInput::read() {
     while (stream_ != nullptr && pa_stream_readable_size(stream_) > 0) {
         const void* data = nullptr;
         std::size_t bytes = 0;
-        const std::optional<MediaTime> measured = timeOfNextFrame();
         if (pa_stream_peek(stream_, &data, &bytes) < 0 || bytes == 0) {
             return;
         }
         take(data, bytes);
         pa_stream_drop(stream_);
-        if (captureClock_.add(static_cast<int>(bytes / kFrameBytes), measured)) {
+        captureClock_.add(static_cast<int>(bytes / kFrameBytes));
+        if (captureClock_.settled()) {
             deliverKept();
         } else if (kept_.size() >= kMostKept) {
             kept_.clear();
             captureClock_.restart();
         }
     }
+    askForTiming();
 }
 
 void PulseInput::take(const void* data, std::size_t bytes) {

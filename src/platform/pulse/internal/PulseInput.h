@@ -31,7 +31,8 @@ private:
     void close();
     void stateChanged();
     void read();
-    std::optional<MediaTime> timeOfNextFrame() const;
+    void askForTiming();
+    void timingArrived();
     void take(const void* data, std::size_t bytes);
     void deliverKept();
 
@@ -43,6 +44,8 @@ private:
     // The session's thread, or its Lock.
     pa_stream* stream_ = nullptr;
     std::string openedOn_;
+    pa_operation* timingAsked_ = nullptr;
+    int readsSinceTiming_ = 0;
     CaptureClock captureClock_;
     std::vector<AudioRef> kept_; // read, not timed yet
 };
