@@ -17,8 +17,8 @@ namespace velmo {
 /// manager has put a frame around it, and either id names it. Translucent windows are blended whether or not a
 /// compositing manager runs.
 ///
-/// Each stream has its own connection and thread, so no call here waits for a running capture. `makeStream` and
-/// `pointPixelScale` make one short exchange with the server; the query runs on a thread of the service's own.
+/// Each stream has its own connection and thread, so no call here waits for a running capture. `makeStream` makes
+/// one short exchange with the server; the query runs on a thread of the service's own.
 class X11ScreenCapture final : public ScreenCaptureService {
 public:
     /// `audio` delivers the sound outputs of the streams; it is borrowed, must outlive service and streams, and may

@@ -71,8 +71,8 @@ Region CursorLayer::update() {
 }
 
 void CursorLayer::loadImage() {
-    const auto reply = take(xcb_xfixes_get_cursor_image_reply, connection_.xcb(),
-                            xcb_xfixes_get_cursor_image(connection_.xcb()));
+    const auto reply =
+        take(xcb_xfixes_get_cursor_image_reply, connection_.xcb(), xcb_xfixes_get_cursor_image(connection_.xcb()));
     image_.clear();
     width_ = reply ? reply->width : 0;
     height_ = reply ? reply->height : 0;
@@ -95,7 +95,8 @@ void CursorLayer::draw(const Picture& picture, int originX, int originY) {
     std::uint32_t* saved = covered_.data();
     for (int y = drawn_.y; y < drawn_.bottom(); ++y, saved += drawn_.width) {
         auto* row = reinterpret_cast<std::uint32_t*>(picture.at(drawn_.x, y));
-        const std::uint32_t* top = image_.data() + static_cast<std::ptrdiff_t>(y - place.y) * width_ + drawn_.x - place.x;
+        const std::uint32_t* top =
+            image_.data() + static_cast<std::ptrdiff_t>(y - place.y) * width_ + drawn_.x - place.x;
         std::memcpy(saved, row, static_cast<std::size_t>(drawn_.width) * 4);
         for (int x = 0; x < drawn_.width; ++x) {
             row[x] = over(top[x], row[x]);

@@ -54,7 +54,7 @@ private:
     std::optional<PictureScaler> scaler_; ///< absent when sizes are the same
     std::vector<std::uint8_t> scaledPixels_;
     Picture scaled_;
-    Region unscaled_; ///< of `scaled_`
+    Region unscaled_;              ///< of `scaled_`
     std::vector<PixelRect> rects_; ///< scratch
 };
 

@@ -77,6 +77,14 @@ HWY_BEFORE_NAMESPACE();
 namespace velmo::x11 {
 namespace HWY_NAMESPACE {
 
+#if HWY_TARGET == HWY_SCALAR
+
+void convertRowPair(const RowPair& rows, int width) {
+    convertColumns(rows, 0, width);
+}
+
+#else
+
 namespace hn = hwy::HWY_NAMESPACE;
 
 const hn::ScalableTag<std::uint32_t> kPixels;
@@ -130,9 +138,8 @@ HWY_INLINE void convertBlock(const RowPair& rows, std::size_t x) {
     const std::size_t lanes = hn::Lanes(kPixels);
     const Words lumaBias = hn::Set(kWords, static_cast<std::uint16_t>(kLumaBias));
     const Words chromaBias = hn::Set(kWords, static_cast<std::uint16_t>(kChromaBias));
-    const auto load = [lanes, x](const std::uint8_t* row, std::size_t i) HWY_ATTR {
-        return hn::BitCast(kPixels, hn::LoadU(kBytes, row + 4 * (x + i * lanes)));
-    };
+    const auto load = [lanes, x](const std::uint8_t* row, std::size_t i)
+                          HWY_ATTR { return hn::BitCast(kPixels, hn::LoadU(kBytes, row + 4 * (x + i * lanes))); };
     const Pixels t0 = load(rows.top, 0);
     const Pixels t1 = load(rows.top, 1);
     const Pixels t2 = load(rows.top, 2);
@@ -160,6 +167,8 @@ void convertRowPair(const RowPair& rows, int width) {
     }
     convertColumns(rows, x, width);
 }
+
+#endif
 
 } // namespace HWY_NAMESPACE
 } // namespace velmo::x11

@@ -14,6 +14,35 @@ HWY_BEFORE_NAMESPACE();
 namespace velmo::x11 {
 namespace HWY_NAMESPACE {
 
+#if HWY_TARGET == HWY_SCALAR
+
+void addRows(const std::uint8_t* first, std::ptrdiff_t stride, int count, const std::uint16_t* weights,
+             std::size_t bytes, std::uint16_t* row) {
+    for (std::size_t i = 0; i < bytes; ++i) {
+        std::uint32_t sum = 0;
+        for (int tap = 0; tap < count; ++tap) {
+            sum += (std::uint32_t{first[tap * stride + static_cast<std::ptrdiff_t>(i)]} << 8) * weights[tap] >> 16;
+        }
+        row[i] = static_cast<std::uint16_t>(sum);
+    }
+}
+
+void addColumns(const std::uint16_t* row, int origin, const PictureScaler::Axis::Taps* taps,
+                const std::uint16_t* weights, int count, std::uint8_t* to) {
+    for (int x = 0; x < count; ++x, to += 4) {
+        for (int part = 0; part < 4; ++part) {
+            const std::uint16_t* from = row + std::ptrdiff_t{4} * (taps[x].first - origin) + part;
+            std::uint32_t sum = 128;
+            for (int tap = 0; tap < taps[x].count; ++tap, from += 4) {
+                sum += std::uint32_t{*from} * weights[taps[x].weights + static_cast<std::size_t>(tap)] >> 16;
+            }
+            to[part] = static_cast<std::uint8_t>(sum >> 8);
+        }
+    }
+}
+
+#else
+
 namespace hn = hwy::HWY_NAMESPACE;
 
 /// `row` = the weighted sum of `count` rows of `bytes` bytes, 256 times the values. `row` has room for 64 more.
@@ -54,6 +83,8 @@ void addColumns(const std::uint16_t* row, int origin, const PictureScaler::Axis:
                    small, to);
     }
 }
+
+#endif
 
 } // namespace HWY_NAMESPACE
 } // namespace velmo::x11

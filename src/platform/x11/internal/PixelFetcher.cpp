@@ -21,9 +21,9 @@ void PixelFetcher::request(xcb_drawable_t drawable, const PixelRect& rect, const
                                              XCB_IMAGE_FORMAT_Z_PIXMAP, target.id(), static_cast<std::uint32_t>(offset))
                                .sequence;
     } else {
-        pending.sequence = xcb_get_image(connection_.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, x, y, width, height,
-                                         kAllPlanes)
-                               .sequence;
+        pending.sequence =
+            xcb_get_image(connection_.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, x, y, width, height, kAllPlanes)
+                .sequence;
     }
     pending_.push_back(pending);
 }

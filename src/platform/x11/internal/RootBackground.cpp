@@ -42,9 +42,9 @@ void RootBackground::load() {
 
 bool RootBackground::loadAnnouncedPixmap() {
     xcb_connection_t* xcb = connection_.xcb();
-    const auto property = take(xcb_get_property_reply, xcb,
-                               xcb_get_property(xcb, 0, connection_.root(), connection_.atoms().rootPixmap,
-                                                XCB_ATOM_PIXMAP, 0, 1));
+    const auto property =
+        take(xcb_get_property_reply, xcb,
+             xcb_get_property(xcb, 0, connection_.root(), connection_.atoms().rootPixmap, XCB_ATOM_PIXMAP, 0, 1));
     if (!property || property->format != 32 || xcb_get_property_value_length(property.get()) < 4) {
         return false;
     }
@@ -64,8 +64,8 @@ bool RootBackground::loadInherited() {
     const std::uint32_t values[] = {XCB_BACK_PIXMAP_PARENT_RELATIVE, 1};
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, connection_.root(), static_cast<std::int16_t>(frame_.x),
                       static_cast<std::int16_t>(frame_.y), static_cast<std::uint16_t>(frame_.width),
-                      static_cast<std::uint16_t>(frame_.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT, values);
+                      static_cast<std::uint16_t>(frame_.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT, values);
     const std::uint32_t below = XCB_STACK_MODE_BELOW;
     xcb_configure_window(xcb, window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
     xcb_composite_redirect_window(xcb, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);

@@ -13,8 +13,8 @@ struct TrackedWindow {
     xcb_window_t id = 0;
     PixelRect outer; ///< root pixels, border included
     int border = 0;
-    int depth = 0;            ///< 0 until known and for windows that show nothing
-    bool viewable = false;    ///< mapped, so it has pixels
+    int depth = 0;         ///< 0 until known and for windows that show nothing
+    bool viewable = false; ///< mapped, so it has pixels
     std::uint8_t opacity = 255;
     bool shaped = false;
     Region shape;             ///< only when shaped; relative to the corner of `outer`
@@ -33,7 +33,9 @@ struct TrackedWindow {
 
     bool isStale() const { return describeAgain || shapeAgain || opacityAgain || ownerAgain || pixmapAgain; }
     /// Adds something to the picture.
-    bool isVisible() const { return viewable && !excluded && client != 0 && opacity > 0 && (depth == 24 || depth == 32); }
+    bool isVisible() const {
+        return viewable && !excluded && client != 0 && opacity > 0 && (depth == 24 || depth == 32);
+    }
     /// Hides all that lies under it.
     bool isOpaque() const { return depth == 24 && opacity == 255; }
     /// The pixels that belong to it, in root pixels.

@@ -25,7 +25,8 @@ WindowComposer::WindowComposer(XConnection& connection, xcb_window_t window)
 
 Result<void> WindowComposer::begin() {
     if (background_ && !allocate(frame_.width, frame_.height)) {
-        return Error{kStreamErrorDomain, kStreamErrorFailedToStart, "No hay memoria suficiente para grabar la pantalla."};
+        return Error{kStreamErrorDomain, kStreamErrorFailedToStart,
+                     "No hay memoria suficiente para grabar la pantalla."};
     }
     invalidate();
     return tracker_.begin();
@@ -148,7 +149,8 @@ bool WindowComposer::replaces(const TrackedWindow& window) const {
 /// Rows of the picture and of the reply are the same when the piece is as wide as the picture and nothing is blended.
 bool WindowComposer::canGoDirect(const Layer& layer) const {
     const bool lacksAlpha = picture_.hasAlpha && layer.window->depth == 24;
-    return replaces(*layer.window) && !lacksAlpha && layer.region.rectCount() == 1 && layer.region.extents().width == frame_.width;
+    return replaces(*layer.window) && !lacksAlpha && layer.region.rectCount() == 1 &&
+           layer.region.extents().width == frame_.width;
 }
 
 void WindowComposer::fetchLayer(const Layer& layer) {
@@ -164,7 +166,8 @@ void WindowComposer::fetchLayer(const Layer& layer) {
         Piece piece{&layer, rect, left, stagingUsed_, direct};
         piece.paint.intersect(rect);
         left.subtract(piece.paint);
-        const std::size_t place = static_cast<std::size_t>(rect.y - frame_.y) * static_cast<std::size_t>(picture_.stride);
+        const std::size_t place =
+            static_cast<std::size_t>(rect.y - frame_.y) * static_cast<std::size_t>(picture_.stride);
         fetcher_.request(layer.window->pixmap, rect.translated(-outer.x, -outer.y), direct ? *canvas_ : *staging_,
                          direct ? place : stagingUsed_);
         if (!direct) {

@@ -82,8 +82,8 @@ void findOwners(const XConnection& connection, const Exclusion& exclusion, std::
         }
     }
     const bool excludesSome = !exclusion.processes.empty();
-    const auto owners = excludesSome ? owningProcesses(connection, clients)
-                                     : std::vector<std::optional<int>>(clients.size());
+    const auto owners =
+        excludesSome ? owningProcesses(connection, clients) : std::vector<std::optional<int>>(clients.size());
     for (std::size_t i = 0; i < asked.size(); ++i) {
         TrackedWindow& window = *asked[i];
         window.excluded = owners[i] && holds(exclusion.processes, *owners[i]) &&
