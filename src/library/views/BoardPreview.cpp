@@ -21,7 +21,7 @@ QPen chalk(const QColor& color, double width) {
 }
 
 void paintBoard(QPainter& painter) {
-    const QRectF board(QPointF(), QSizeF(kBoard));
+    const QRectF board{QPointF(), QSizeF(kBoard)};
     Painting::roundedBox(painter, board, 16, Theme::over(Theme::surface2, Theme::navy), Theme::strongBorder());
     const QColor line = Theme::withOpacity(Theme::surface, 0.05);
     for (int x = 32; x < kBoard.width(); x += 32) {

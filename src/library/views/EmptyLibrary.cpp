@@ -2,9 +2,9 @@
 
 #include "library/views/BoardPreview.h"
 #include "ui/Button.h"
+#include "ui/Label.h"
 #include "ui/Painting.h"
 #include "ui/Theme.h"
-#include "ui/Type.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,12 +22,7 @@ constexpr int kHeight = 488;
 constexpr double kRadius = 20;
 
 QLabel* makeHint(const QString& text) {
-    auto* label = new QLabel(text);
-    label->setFont(Type::font(TextStyle::caption));
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::WindowText, Theme::muted);
-    label->setPalette(colors);
-    return label;
+    return makeLabel(text, TextStyle::caption, Theme::muted);
 }
 
 QLabel* makeKeyCap(const QString& text) {

@@ -2,8 +2,8 @@
 
 #include "settings/Format.h"
 #include "ui/Button.h"
+#include "ui/Label.h"
 #include "ui/Theme.h"
-#include "ui/Type.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -16,15 +16,6 @@ namespace velmo {
 namespace {
 
 constexpr int kChalkRoom = 14;
-
-QLabel* makeText(TextStyle style, const QColor& color) {
-    auto* label = new QLabel;
-    label->setFont(Type::font(style));
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::WindowText, color);
-    label->setPalette(colors);
-    return label;
-}
 
 /// Two strokes of chalk under a title, as wide as it.
 void paintChalk(QPainter& painter, QPointF from, double width) {
@@ -42,9 +33,8 @@ void paintChalk(QPainter& painter, QPointF from, double width) {
 } // namespace
 
 LibraryHead::LibraryHead(QWidget* parent)
-    : QWidget(parent), title_(makeText(TextStyle::display, Theme::sand)),
-      stats_(makeText(TextStyle::body, Theme::muted)) {
-    title_->setText(QStringLiteral("Tus grabaciones"));
+    : QWidget(parent), title_(makeLabel(QStringLiteral("Tus grabaciones"), TextStyle::display, Theme::sand)),
+      stats_(makeLabel({}, TextStyle::body, Theme::muted)) {
     auto* texts = new QVBoxLayout;
     texts->setSpacing(0);
     texts->addWidget(title_);

@@ -73,10 +73,11 @@ LibraryWindow::LibraryWindow(Library& library, FileActions& files, DefaultsStore
 
     connect(head_, &LibraryHead::folderRequested, this, &LibraryWindow::openFolder);
     connect(head_, &LibraryHead::newRecordingRequested, this, [this] { newRecording_(); });
-    connect(grid_, &RecordingGrid::playRequested, this, &LibraryWindow::play);
-    connect(grid_, &RecordingGrid::renameRequested, this, &LibraryWindow::rename);
-    connect(grid_, &RecordingGrid::trashRequested, this, &LibraryWindow::trash);
-    connect(grid_, &RecordingGrid::menuRequested, this, &LibraryWindow::openMenu);
+    connect(grid_, &RecordingGrid::playRequested, this, [this](int row) { play(model_->recording(row)); });
+    connect(grid_, &RecordingGrid::renameRequested, this, [this](int row) { rename(model_->recording(row)); });
+    connect(grid_, &RecordingGrid::trashRequested, this, [this](int row) { trash(model_->recording(row)); });
+    connect(grid_, &RecordingGrid::menuRequested, this,
+            [this](int row, QPoint at) { openMenu(model_->recording(row), at); });
     connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& now) {
         if (now.isValid()) {
             current_ = model_->recording(now.row()).url;
@@ -161,19 +162,19 @@ void LibraryWindow::openFocus() {
     }
 }
 
-void LibraryWindow::openMenu(int row, QPoint globalPosition) {
+void LibraryWindow::openMenu(Recording recording, QPoint globalPosition) {
     struct Entry {
         QString text;
         const char* symbol;
         std::function<void()> action;
     };
-    const std::filesystem::path url = model_->recording(row).url;
     const Entry entries[] = {
-        {QStringLiteral("Reproducir"), "play.fill", [this, row] { play(row); }},
-        {QStringLiteral("Renombrar"), "pencil", [this, row] { rename(row); }},
-        {QString::fromUtf8(PlatformWords::kRevealFile.here), "folder", [this, url] { library_.reveal(url); }},
-        {QStringLiteral("Copiar video"), "doc.on.doc", [this, url] { library_.copyToPasteboard(url); }},
-        {QStringLiteral("Mover a la papelera"), "trash", [this, row] { trash(row); }},
+        {QStringLiteral("Reproducir"), "play.fill", [this, recording] { play(recording); }},
+        {QStringLiteral("Renombrar"), "pencil", [this, recording] { rename(recording); }},
+        {QString::fromUtf8(PlatformWords::kRevealFile.here), "folder",
+         [this, recording] { library_.reveal(recording.url); }},
+        {QStringLiteral("Copiar video"), "doc.on.doc", [this, recording] { library_.copyToPasteboard(recording.url); }},
+        {QStringLiteral("Mover a la papelera"), "trash", [this, recording] { trash(recording); }},
     };
     auto* menu = new PopupMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -187,12 +188,11 @@ void LibraryWindow::openMenu(int row, QPoint globalPosition) {
     menu->popup(globalPosition);
 }
 
-void LibraryWindow::play(int row) {
-    files_.open(model_->recording(row).url);
+void LibraryWindow::play(const Recording& recording) {
+    files_.open(recording.url);
 }
 
-void LibraryWindow::rename(int row) {
-    const Recording recording = model_->recording(row);
+void LibraryWindow::rename(Recording recording) {
     auto* dialog = new RenameDialog(recording.title(), this);
     connect(dialog, &RenameDialog::saved, this, [this, recording](const QString& title) {
         if (const auto renamed = library_.rename(recording, title)) {
@@ -204,8 +204,7 @@ void LibraryWindow::rename(int row) {
     dialog->present();
 }
 
-void LibraryWindow::trash(int row) {
-    const Recording recording = model_->recording(row);
+void LibraryWindow::trash(Recording recording) {
     auto* dialog = new AlertDialog({AlertDialog::Icon::loss,
                                     QStringLiteral("¿Mover a la papelera?"),
                                     QString::fromUtf8(PlatformWords::kTrashKeeps.here),

@@ -44,10 +44,11 @@ private:
     void libraryChanged();
     /// Selects what the library's focus names, once it is there.
     void openFocus();
-    void openMenu(int row, QPoint globalPosition);
-    void play(int row);
-    void rename(int row);
-    void trash(int row);
+    // These take copies: the list may be read again while a menu or a dialog is open.
+    void openMenu(Recording recording, QPoint globalPosition);
+    void play(const Recording& recording);
+    void rename(Recording recording);
+    void trash(Recording recording);
     void openFolder();
     void inform(const std::string& message);
 

@@ -1,6 +1,7 @@
 #include "library/views/RenameDialog.h"
 
 #include "ui/Button.h"
+#include "ui/Label.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
@@ -14,15 +15,6 @@ namespace velmo {
 namespace {
 
 constexpr int kWidth = 420;
-
-QLabel* makeText(const QString& text, TextStyle style, const QColor& color) {
-    auto* label = new QLabel(text);
-    label->setFont(Type::font(style));
-    QPalette colors = label->palette();
-    colors.setColor(QPalette::WindowText, color);
-    label->setPalette(colors);
-    return label;
-}
 
 QLineEdit* makeField(const QString& text) {
     auto* field = new QLineEdit(text);
@@ -45,7 +37,7 @@ RenameDialog::RenameDialog(const QString& title, QWidget* parent) : DialogWindow
     setAccessibleName(windowTitle());
     name_->setAccessibleName(QStringLiteral("Nombre"));
 
-    auto* label = makeText(QStringLiteral("Nombre"), TextStyle::caption, Theme::muted);
+    auto* label = makeLabel(QStringLiteral("Nombre"), TextStyle::caption, Theme::muted);
     label->setBuddy(name_);
     auto* cancel = new Button(ButtonStyle::ghost, QStringLiteral("Cancelar"));
     connect(cancel, &Button::clicked, this, &QDialog::close);
@@ -62,7 +54,7 @@ RenameDialog::RenameDialog(const QString& title, QWidget* parent) : DialogWindow
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(24, 22, 24, 20 - Button::kRoom);
     column->setSpacing(8);
-    column->addWidget(makeText(windowTitle(), TextStyle::heading, Theme::sand));
+    column->addWidget(makeLabel(windowTitle(), TextStyle::heading, Theme::sand));
     column->addSpacing(4);
     column->addWidget(label);
     column->addWidget(name_);
