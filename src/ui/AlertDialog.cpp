@@ -2,8 +2,8 @@
 
 #include "ui/Button.h"
 #include "ui/IconTile.h"
+#include "ui/Label.h"
 #include "ui/Theme.h"
-#include "ui/Type.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -37,18 +37,6 @@ IconLook iconLook(AlertDialog::Icon icon) {
     return {icon, "info.circle", Theme::sky, Theme::withOpacity(Theme::mint, 0.16)};
 }
 
-QLabel* label(const QString& text, TextStyle style, const QColor& color) {
-    auto* made = new QLabel(text);
-    made->setFont(Type::font(style));
-    made->setWordWrap(true);
-    QPalette colors = made->palette();
-    colors.setColor(QPalette::WindowText, color);
-    colors.setColor(QPalette::Link, Theme::sky);
-    made->setPalette(colors);
-    made->setOpenExternalLinks(true);
-    return made;
-}
-
 } // namespace
 
 AlertDialog::AlertDialog(const Content& content, QWidget* parent) : DialogWindow(parent), first_(content.first) {
@@ -74,9 +62,9 @@ void AlertDialog::addText(const Content& content, QVBoxLayout& column) {
     row->addWidget(new IconTile(QString::fromLatin1(look.symbol), look.ink, look.tint), 0, Qt::AlignTop);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(4);
-    texts->addWidget(label(content.message, TextStyle::heading, Theme::sand));
+    texts->addWidget(makeWrappedLabel(content.message, TextStyle::heading, Theme::sand));
     if (!content.informative.isEmpty()) {
-        texts->addWidget(label(content.informative, TextStyle::body, Theme::muted));
+        texts->addWidget(makeWrappedLabel(content.informative, TextStyle::body, Theme::muted));
     }
     texts->addStretch();
     row->addLayout(texts, 1);
