@@ -86,12 +86,5 @@ TEST_F(SceneKeysTest, Control1WhileInScreenDoesNothing) {
     EXPECT_FALSE(controller->presenterOn());
 }
 
-TEST_F(SceneKeysTest, Control2TwiceGoesToMeAndBackToTheScreen) {
-    press(21);
-    EXPECT_EQ(controller->scene(), Scene::me);
-    press(21);
-    EXPECT_EQ(controller->scene(), Scene::screen);
-}
-
 } // namespace
 } // namespace velmo
