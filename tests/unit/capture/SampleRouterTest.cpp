@@ -220,7 +220,7 @@ TEST_F(SampleRouterTest, TheTimerMakesNoFrameDuringAPause) {
 }
 
 TEST_F(SampleRouterTest, TheTimerMakesNoFrameWithinOneAndAFifthFrameDurations) {
-    router.setFrameDuration(MediaTime(1, 25)); // 1.2 of it are 48 ms
+    videoQueue.sync([&] { router.setFrameDuration(MediaTime(1, 25)); }); // 1.2 of it are 48 ms
     deliver(frame(100.0));
     zoom.setColumn(true, true);
     tickAt(100.04);
