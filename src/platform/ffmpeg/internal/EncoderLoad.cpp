@@ -1,0 +1,28 @@
+#include "platform/ffmpeg/internal/EncoderLoad.h"
+
+#include <algorithm>
+
+namespace velmo::internal {
+
+namespace {
+
+constexpr int kAveragedFrames = 8;
+constexpr int kLeastFrames = 4; // measured before anything is said, so that one key frame cannot decide
+
+} // namespace
+
+EncoderLoad::EncoderLoad(double frameInterval, int queueLimit)
+    : frameInterval_(frameInterval), highWater_(queueLimit / 2) {}
+
+bool EncoderLoad::isTooHigh(double encodingTime, int waiting) {
+    ++frames_;
+    average_ += (encodingTime - average_) / std::min(frames_, kAveragedFrames);
+    if (frames_ < kLeastFrames || waiting < highWater_ || average_ < frameInterval_) {
+        return false;
+    }
+    frames_ = 0;
+    average_ = 0;
+    return true;
+}
+
+} // namespace velmo::internal

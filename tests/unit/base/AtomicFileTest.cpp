@@ -1,0 +1,84 @@
+#include "base/AtomicFile.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <csignal>
+#include <string>
+#include <sys/resource.h>
+
+namespace velmo {
+namespace {
+
+using test::contentOf;
+using test::TemporaryFolder;
+
+/// Lets no file of this process grow past some bytes, as a full disk would.
+class SmallDisk {
+public:
+    explicit SmallDisk(rlim_t bytes) : oldHandler_(::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit small{bytes, old_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk() {
+        ::setrlimit(RLIMIT_FSIZE, &old_);
+        ::signal(SIGXFSZ, oldHandler_);
+    }
+
+private:
+    sighandler_t oldHandler_;
+    rlimit old_{};
+};
+
+std::ptrdiff_t entriesIn(const std::filesystem::path& folder) {
+    return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
+}
+
+TEST(AtomicFile, AWrittenFileReadsBackWhole) {
+    const TemporaryFolder folder;
+    const std::string content("a\0b\n", 4);
+    ASSERT_TRUE(writeFileAtomically(folder / "f", content));
+    EXPECT_EQ(readWholeFile(folder / "f").value(), content);
+    EXPECT_EQ(entriesIn(folder), 1);
+}
+
+TEST(AtomicFile, AWriteThatRunsOutOfDiskLeavesTheOldContentAndNothingElse) {
+    const TemporaryFolder folder;
+    folder.write("f", "old");
+    {
+        const SmallDisk disk(4096);
+        const auto written = writeFileAtomically(folder / "f", std::string(100'000, 'x'));
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.error().domain, kPosixErrorDomain);
+        EXPECT_EQ(written.error().code, EFBIG);
+    }
+    EXPECT_EQ(contentOf(folder / "f"), "old");
+    EXPECT_EQ(entriesIn(folder), 1);
+}
+
+TEST(AtomicFile, AMissingFolderIsAnError) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(writeFileAtomically(folder / "no" / "f", "x").error().code, ENOENT);
+    EXPECT_EQ(readWholeFile(folder / "f").error().code, ENOENT);
+}
+
+TEST(AtomicFile, AFolderIsNotReadAsAFile) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(readWholeFile(folder).error().code, EISDIR);
+}
+
+TEST(AtomicFile, DamagedFilesGetTheNextFreeNumber) {
+    const TemporaryFolder folder;
+    for (const char* number : {"1", "2"}) {
+        folder.write("f", number);
+        EXPECT_EQ(keepDamagedFileAside(folder / "f").value(), folder / (std::string("f.damaged-") + number));
+    }
+    EXPECT_EQ(contentOf(folder / "f.damaged-1"), "1");
+    EXPECT_EQ(keepDamagedFileAside(folder / "f").error().code, ENOENT);
+}
+
+} // namespace
+} // namespace velmo
