@@ -23,7 +23,8 @@ class RecordingSession;
 ///
 /// All operations from any thread; none waits. Completions and the stop callback come on the recorder's own control
 /// queue: hop to your own thread before you do anything else, above all before you destroy the recorder. A completion
-/// is called once; those still due when the recorder is destroyed are not called, and nothing is after the destructor.
+/// is called once, except that those still due when the recorder is destroyed may be left out. Nothing is called after
+/// the destructor.
 class ScreenRecorder {
 public:
     using Completion = std::function<void(Result<void>)>;

@@ -56,6 +56,9 @@ public:
 
     void retain() const { references_.fetch_add(1, std::memory_order_relaxed); }
     void release() const;
+    /// Whether anybody but the caller's one reference holds it. Once false it stays false until the caller shares it
+    /// again, and what others read before is done: a maker may write into it anew.
+    bool isShared() const { return references_.load(std::memory_order_acquire) > 1; }
 
 private:
     friend class PixelBufferPool;

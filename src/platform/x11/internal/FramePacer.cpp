@@ -1,0 +1,43 @@
+#include "platform/x11/internal/FramePacer.h"
+
+#include <algorithm>
+
+namespace velmo::x11 {
+
+void FramePacer::damaged(std::int64_t now) {
+    if (!firstDamage_) {
+        firstDamage_ = now;
+    }
+}
+
+void FramePacer::demand(std::int64_t now) {
+    firstDamage_ = now;
+    demanded_ = true;
+}
+
+std::optional<std::int64_t> FramePacer::due() const {
+    if (!firstDamage_ || demanded_) {
+        return firstDamage_;
+    }
+    const std::int64_t settled = *firstDamage_ + std::min(kSettleTime, interval_ / 8);
+    const double missing = std::max(0.0, kNeededCredit - credit_);
+    return std::max(settled, creditTime_ + static_cast<std::int64_t>(missing * static_cast<double>(interval_)));
+}
+
+void FramePacer::delivered(std::int64_t now) {
+    credit_ = creditAt(now) - 1;
+    creditTime_ = now;
+    dismissed();
+}
+
+void FramePacer::dismissed() {
+    firstDamage_.reset();
+    demanded_ = false;
+}
+
+double FramePacer::creditAt(std::int64_t now) const {
+    const double earned = static_cast<double>(now - creditTime_) / static_cast<double>(interval_);
+    return std::min(kMaxCredit, credit_ + earned);
+}
+
+} // namespace velmo::x11

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace velmo::x11 {
+
+/// Says when a picture is to be taken. Times are nanoseconds of one clock.
+///
+/// A picture follows what is painted, shortly after it, and not a grid of its own: a grid that beats against an
+/// application's timer takes one of its pictures twice and misses the next. The rate is kept by credit: each picture
+/// costs 1, an interval earns 1, and up to `kMaxCredit` is saved, so a picture painted early because the one before
+/// was late still goes at once. Over any time t there are at most t / interval + `kMaxCredit` pictures.
+class FramePacer {
+public:
+    static constexpr double kMaxCredit = 1.5;
+    /// Enough credit to go: what is missing is paid by the next interval.
+    static constexpr double kNeededCredit = 0.85;
+    /// Painting has this long to come to its end before the picture is taken.
+    static constexpr std::int64_t kSettleTime = 2'000'000;
+
+    explicit FramePacer(std::int64_t interval) : interval_(interval) {}
+
+    void setInterval(std::int64_t interval) { interval_ = interval; }
+    std::int64_t interval() const { return interval_; }
+    /// Something was painted. Only the first since the last picture counts.
+    void damaged(std::int64_t now);
+    /// A picture is wanted at once, whatever the credit.
+    void demand(std::int64_t now);
+    /// When to look; absent while nothing was painted.
+    std::optional<std::int64_t> due() const;
+    /// The picture of what was painted is out.
+    void delivered(std::int64_t now);
+    /// What was painted is not to be seen: no picture.
+    void dismissed();
+
+private:
+    double creditAt(std::int64_t now) const;
+
+    std::int64_t interval_;
+    std::optional<std::int64_t> firstDamage_;
+    bool demanded_ = false;
+    double credit_ = kMaxCredit;
+    std::int64_t creditTime_ = 0;
+};
+
+} // namespace velmo::x11
