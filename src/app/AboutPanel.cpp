@@ -18,7 +18,7 @@ namespace {
 constexpr int kWidth = 420;
 constexpr int kLogo = 84;
 constexpr int kCreditsSize = 11;
-constexpr double kRadius = 14;
+constexpr double kCornerRadius = 14;
 
 QLabel* centered(const QString& text, const QFont& font, const QColor& color) {
     auto* made = new QLabel(text);
@@ -71,7 +71,7 @@ void AboutPanel::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF box = card();
     QPainterPath path;
-    path.addRoundedRect(box.adjusted(1, 1, -1, -1), kRadius - 1, kRadius - 1);
+    path.addRoundedRect(box.adjusted(1, 1, -1, -1), kCornerRadius - 1, kCornerRadius - 1);
     QRadialGradient light(QPointF(box.center().x(), box.top()), box.width() * 0.45);
     light.setColorAt(0, Theme::withOpacity(Theme::brand, 0.30));
     light.setColorAt(1, Theme::withOpacity(Theme::brand, 0));

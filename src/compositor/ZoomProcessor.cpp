@@ -139,27 +139,32 @@ ZoomControls ZoomProcessor::controls() const {
 }
 
 void ZoomProcessor::setScale(double scale) {
+    const internal::SerialUse::Scope use(videoQueue_);
     motion_.setScale(scale);
     scale_.store(scale, std::memory_order_relaxed);
 }
 
 void ZoomProcessor::stepTo(double seconds) {
+    const internal::SerialUse::Scope use(videoQueue_);
     motion_.step(controls(), seconds);
     scale_.store(motion_.scale(), std::memory_order_relaxed);
 }
 
 bool ZoomProcessor::needsProcessing() const {
+    const internal::SerialUse::Scope use(videoQueue_);
     const ZoomControls asked = controls();
     return asked.enabled || asked.region || asked.spotlight || asked.columnOn || effectIsLive();
 }
 
 bool ZoomProcessor::isAnimating() const {
+    const internal::SerialUse::Scope use(videoQueue_);
     const ZoomControls asked = controls();
     return pointerBubbleIsVisible() || asked.columnOn || motion_.colT() > kLiveColumn || hasOverlays() ||
            motion_.isMoving(asked);
 }
 
 std::optional<Sample> ZoomProcessor::render(const FrameRef& source, MediaTime time, MediaTime duration) {
+    const internal::SerialUse::Scope use(videoQueue_);
     if (!source || !effectIsLive()) {
         return std::nullopt;
     }

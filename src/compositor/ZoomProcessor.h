@@ -6,6 +6,7 @@
 #include "compositor/BubbleInfo.h"
 #include "compositor/ZoomControls.h"
 #include "compositor/ZoomMotion.h"
+#include "compositor/internal/SerialUse.h"
 #include "media/PixelBuffer.h"
 #include "media/Sample.h"
 
@@ -130,6 +131,7 @@ private:
     bool paused_ = false;
 
     // video queue
+    mutable internal::SerialUse videoQueue_;
     ZoomMotion motion_;
     std::unique_ptr<internal::FrameRenderer> renderer_;
 

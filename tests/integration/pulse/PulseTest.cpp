@@ -85,6 +85,7 @@ TEST(Pulse, SystemAudioFollowsAChangedDefaultSink) {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
         return !listener.beeps().empty();
     }));
+    ASSERT_TRUE(listener.waitForFrames(kSecond)); // the last of these beeps has been heard as well
     expectBeepsAtTheirTimes(beeper, listener, 3);
     EXPECT_FALSE(listener.wentBack());
 }
