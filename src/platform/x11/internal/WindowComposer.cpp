@@ -28,6 +28,9 @@ Result<void> WindowComposer::begin() {
         return Error{kStreamErrorDomain, kStreamErrorFailedToStart,
                      "No hay memoria suficiente para grabar la pantalla."};
     }
+    if (background_) {
+        background_->begin();
+    }
     invalidate();
     return tracker_.begin();
 }

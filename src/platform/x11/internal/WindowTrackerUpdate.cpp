@@ -70,6 +70,7 @@ void WindowTracker::prepareToRead(TrackedWindow& window) {
     if (window.damage == 0) {
         window.damage = xcb_generate_id(xcb);
         xcb_damage_create(xcb, window.damage, window.id, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+        xcb_damage_subtract(xcb, window.damage, XCB_NONE, XCB_NONE); // a new one calls everything damaged; so do we
         markDirty(window);
     }
     if (std::exchange(window.pixmapAgain, false)) {
