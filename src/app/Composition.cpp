@@ -1,8 +1,10 @@
 #include "app/Composition.h"
 
 #include "app/AboutPanel.h"
+#include "app/ClassKitAdapter.h"
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
+#include "app/DesktopFileChooser.h"
 #include "app/GrantedPermissions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
@@ -86,6 +88,7 @@ struct Composition::Platform {
     SysPowerSources power;
     StatvfsDiskSpace disk;
     DesktopFileActions files;
+    DesktopFileChooser fileChooser;
     DesktopApplication application;
     GrantedPermissions permissions;
     XcbHotKeyService hotKeys;
@@ -96,14 +99,23 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio),
+        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
+
+    static KitServices kitServices(Platform& platform) {
+        return {platform.files, platform.fileChooser, [&platform] { platform.application.toFront(); },
+                [](const QString& title, const QString& location) {
+                    RecorderController::shared().addChapter(title, location);
+                },
+                [](const QString& text) { RecorderController::shared().flashMessage(text); }};
+    }
 
     JsonDefaultsStore defaults{JsonDefaultsStore::standardFile(), &logLine};
     Prefs prefs{defaults};
     Devices devices;
-    ClassKit classKit{defaults};
+    ClassKit classKit;
+    ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
 };
@@ -191,6 +203,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
 
