@@ -11,7 +11,7 @@
 
 namespace velmo::test {
 
-/// A folder of its own for a test, gone with the test.
+/// A folder of its own for a test, gone with everything in it.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
