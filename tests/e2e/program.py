@@ -118,8 +118,9 @@ class Program:
         return self.wait_saved(path)
 
     def wait_saved(self, path):
-        name = os.path.basename(path)
-        return wait_until("the recording in the library", lambda: self.metadata().get(name))
+        """The entry once the home window shows the recording: before, the folder's watch may have entered the bare file."""
+        wait_until("the library window", self.library_window)
+        return wait_until("the recording in the library", lambda: self.metadata().get(os.path.basename(path)))
 
     def quit(self):
         if self.process.poll() is None:

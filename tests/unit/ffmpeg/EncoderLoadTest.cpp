@@ -53,7 +53,7 @@ TEST(EncoderLoad, AnEncoderThatKeepsUpIsLeftAlone) {
 }
 
 TEST(EncoderLoad, OneThatIsTooSlowIsToldBeforeAFrameIsLost) {
-    for (const double time : {0.035, 0.04, 0.05, 0.06}) {
+    for (const double time : {0.035, 0.04, 0.05, 0.06, 0.08, 0.1}) {
         const Course course = run(time, 60);
         EXPECT_GT(course.framesUntilTold, 0) << time;
         EXPECT_EQ(course.lost, 0) << time;
@@ -61,13 +61,15 @@ TEST(EncoderLoad, OneThatIsTooSlowIsToldBeforeAFrameIsLost) {
 }
 
 TEST(EncoderLoad, OneHeavyPictureIsNoLoad) {
-    EncoderLoad load(kInterval, kLimit);
-    for (int i = 0; i < 100; ++i) {
-        EXPECT_FALSE(load.isTooHigh(0.01, 0));
-    }
-    EXPECT_FALSE(load.isTooHigh(0.15, 5));
-    for (int waiting = 5; waiting > 0; --waiting) {
-        EXPECT_FALSE(load.isTooHigh(0.01, waiting));
+    for (const double time : {0.15, 0.3, 2.0}) {
+        EncoderLoad load(kInterval, kLimit);
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_FALSE(load.isTooHigh(0.01, 0));
+        }
+        EXPECT_FALSE(load.isTooHigh(time, 7)) << time;
+        for (int waiting = 7; waiting > 0; --waiting) {
+            EXPECT_FALSE(load.isTooHigh(0.01, waiting)) << time;
+        }
     }
 }
 
