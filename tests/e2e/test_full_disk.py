@@ -16,7 +16,7 @@ INSIDE = "VELMO_TEST_SMALL_DISK"
 class FullDisk(unittest.TestCase):
     def test_the_recording_ends_by_itself_and_keeps_what_it_has(self):
         videos = os.path.join(os.environ["HOME"], "Videos")
-        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=24m", "tmpfs", videos], check=True)
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64m", "tmpfs", videos], check=True)
         with Stage("motion"), Program() as program:
             press("ctrl+g")
             wait_until("the warning about little room",
