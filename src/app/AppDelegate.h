@@ -27,21 +27,21 @@ struct Shell {
     LibraryWindowPort& libraryWindow;
     AlertPort& alerts;
     ApplicationPort& application;
-    std::function<void()> startDisplayWatch;
-    std::function<void()> enableScreenDevices;
+    std::function<void()> startDisplayWatch = {};
+    std::function<void()> enableScreenDevices = {};
     /// Gives the main menu to the window that carries it.
-    std::function<void(const ShellActions&)> setMainMenu;
-    std::function<bool()> isOnboarded;
-    std::function<void()> showWelcome;
-    std::function<void()> showAbout;
-    std::function<void()> showShortcuts;
-    std::function<void()> openVideosFolder;
-    std::function<bool()> isQuadrelAvailable;
-    std::function<void()> openQuadrel;
-    std::function<void()> stopQuadrel;
-    std::function<void()> openNotices;
-    std::function<void()> openSite;
-    std::function<void()> quit; ///< ends the event loop, unasked
+    std::function<void(const ShellActions&)> setMainMenu = {};
+    std::function<bool()> isOnboarded = {};
+    std::function<void()> showWelcome = {};
+    std::function<void()> showAbout = {};
+    std::function<void()> showShortcuts = {};
+    std::function<void()> openVideosFolder = {};
+    std::function<bool()> isQuadrelAvailable = {};
+    std::function<void()> openQuadrel = {};
+    std::function<void()> stopQuadrel = {};
+    std::function<void()> openNotices = {};
+    std::function<void()> openSite = {};
+    std::function<void()> quit = {}; ///< ends the event loop, unasked
 };
 
 /// The shell: launch, menus, status item, hot keys, and what a reopen and a quit mean. Main thread.

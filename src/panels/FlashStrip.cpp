@@ -23,7 +23,8 @@ constexpr int kPadding = 16;
 constexpr int kIcon = 16;
 constexpr int kGap = 8;
 constexpr int kShadowAbove = 10;
-constexpr int kShadowBelow = 8; // what stands between the strip and the bar
+constexpr int kShadowBeside = 16;
+constexpr int kShadowBelow = 22;
 
 struct Kind {
     const char* begin;
@@ -40,8 +41,12 @@ constexpr Kind kKinds[] = {
 
 FlashStrip::FlashStrip(QWidget* parent)
     : QWidget(parent), seen_(this, kIn, QEasingCurve::OutCubic, [this] { update(); }) {
-    setFixedHeight(kShadowAbove + kHeight + kShadowBelow);
+    setFixedSize(kMostWidth + 2 * kShadowBeside, kShadowAbove + kHeight + kShadowBelow);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+int FlashStrip::bottom() {
+    return kShadowAbove + kHeight;
 }
 
 QString FlashStrip::symbolFor(const QString& text) {

@@ -9,7 +9,8 @@
 
 namespace velmo {
 
-/// The short message over the bar: comes and goes softly. It keeps its place when there is none.
+/// The short message over the bar: comes and goes softly. Its size is the same whether or not
+/// there is one.
 class FlashStrip final : public QWidget {
     Q_OBJECT
 public:
@@ -20,6 +21,8 @@ public:
 
     void setFlash(const std::optional<QString>& text);
 
+    /// Lower edge of the strip itself; what follows below is its shadow.
+    static int bottom();
     /// The icon that stands before `text`; empty for none.
     static QString symbolFor(const QString& text);
 

@@ -5,7 +5,7 @@
 #include "app/RecordingRescue.h"
 #include "app/SignalWatcher.h"
 #include "app/SingleInstance.h"
-#include "base/AppName.h"
+#include "ui/Look.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -17,6 +17,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -37,7 +38,8 @@ void speakSpanish(QApplication& application) {
     }
 }
 
-void dressUp() {
+void dressUp(QApplication& application) {
+    Look::apply(application);
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Velmo Studio"));
     QGuiApplication::setDesktopFileName(QStringLiteral("velmo-studio"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/velmo/icon.svg")));
@@ -48,7 +50,7 @@ int run(QApplication& application, SingleInstance& instance) {
     Composition composition;
     AppDelegate& delegate = composition.delegate();
     RecordingRescue& rescue = composition.rescue();
-    SignalWatcher signals;
+    SignalWatcher termination;
     ExitHandler exitHandler(rescue);
     QObject::connect(&composition.recorder(), &RecorderController::stateChanged, &delegate, [&] {
         if (composition.recorder().isActive()) {
@@ -57,7 +59,7 @@ int run(QApplication& application, SingleInstance& instance) {
     });
     QObject::connect(&instance, &SingleInstance::reopenRequested, &delegate,
                      [&delegate] { delegate.applicationShouldHandleReopen(); });
-    QObject::connect(&signals, &SignalWatcher::terminationRequested, &delegate,
+    QObject::connect(&termination, &SignalWatcher::terminationRequested, &delegate,
                      [&rescue] { rescue.leave([] { QCoreApplication::exit(EXIT_SUCCESS); }); });
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &delegate, &AppDelegate::commitData,
                      Qt::DirectConnection);
@@ -71,16 +73,18 @@ int run(QApplication& application, SingleInstance& instance) {
 
 int main(int argc, char** argv) {
     prepareProcess();
-    if (const auto reason = missingDisplay()) {
+    auto display = std::make_unique<DisplayCheck>();
+    if (const auto reason = display->missing()) {
         std::fprintf(stderr, "%s\n", reason->c_str());
         return EXIT_FAILURE;
     }
     QApplication application(argc, argv);
+    display.reset();
     SingleInstance instance(SingleInstance::standardFolder());
     if (instance.claim() == SingleInstance::Role::later) {
         return instance.askToReopen() ? EXIT_SUCCESS : EXIT_FAILURE;
     }
     speakSpanish(application);
-    dressUp();
+    dressUp(application);
     return run(application, instance);
 }
