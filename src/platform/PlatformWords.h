@@ -15,4 +15,9 @@ inline constexpr Wording kPermitScreenCapture{
     "Permite a Velmo Studio grabar la pantalla en los ajustes de privacidad del sistema. Después vuelve a abrir la "
     "app."};
 
+inline constexpr Wording kRevealFile{"Mostrar en Finder", "Mostrar en la carpeta"};
+
+inline constexpr Wording kTrashKeeps{"Podrás recuperarla desde la Papelera de tu Mac.",
+                                     "Podrás recuperarla desde la papelera de tu computador."};
+
 } // namespace velmo::PlatformWords

@@ -176,7 +176,7 @@ private:
     QCoro::Task<Result<CapturePlan>> planFromWindows(Screen screen, RecordMode mode);
     void keepPreviewsOn(const Screen& screen, RecordMode mode);
     QCoro::Task<Result<void>> beginCapture(Screen screen, RecordMode mode);
-    Task addOverlays(CaptureRecorder& recorder);
+    Task addOverlays();
     std::unique_ptr<CaptureRecorder> makeRecorder();
     CaptureRecorder::Request captureRequest(const CapturePlan& plan, RecordMode mode);
     OwnWindows ownWindows() const;
@@ -239,8 +239,10 @@ private:
     Scene scene_ = Scene::screen;
 
     std::unique_ptr<MainTimer> zoomTimer_;
-    double lastActivity_ = 0; ///< seconds of the clock, as all stamps here
-    Point lastMouse_;         ///< global points
+    double lastActivity_ = 0;                   ///< seconds of the clock, as all stamps here
+    Point lastMouse_;                           ///< global points
+    std::unique_ptr<CaptureRecorder> starting_; ///< until nothing can fail any more; not in a coroutine, so that it
+                                                ///< ends with this object
     std::unique_ptr<CaptureRecorder> recorder_;
     std::optional<std::filesystem::path> fileURL_;
     std::vector<double> markers_;

@@ -222,18 +222,22 @@ QCoro::Task<Result<void>> RecorderController::beginCapture(Screen screen, Record
     parkSurfaces();
     CaptureRecorder::Request request = captureRequest(plan.value(), mode);
     const std::filesystem::path url = request.url;
-    std::unique_ptr<CaptureRecorder> recorder = makeRecorder();
+    starting_ = makeRecorder();
     MainThreadResult<Result<void>> running{Result<void>(unansweredError())};
-    recorder->start(std::move(request), running.callback());
+    starting_->start(std::move(request), running.callback());
     const Result<void> started = co_await running;
-    if (life.expired() || !started.ok()) {
-        co_return started;
-    }
-    co_await addOverlays(*recorder);
     if (life.expired()) {
         co_return unansweredError();
     }
-    recorder_ = std::move(recorder);
+    if (!started.ok()) {
+        starting_.reset();
+        co_return started;
+    }
+    co_await addOverlays();
+    if (life.expired()) {
+        co_return unansweredError();
+    }
+    recorder_ = std::move(starting_);
     fileURL_ = url;
     co_return Result<void>();
 }
@@ -270,13 +274,13 @@ std::unique_ptr<CaptureRecorder> RecorderController::makeRecorder() {
     return recorder;
 }
 
-RecorderController::Task RecorderController::addOverlays(CaptureRecorder& recorder) {
+RecorderController::Task RecorderController::addOverlays() {
     const Life life = life_;
     const std::map<int, CaptureWindow> windows = overlayWindows_;
     for (const auto& entry : windows) {
         const int key = entry.first;
         MainThreadResult<Result<void>> answer{Result<void>(unansweredError())};
-        recorder.addOverlay(key, entry.second, answer.callback());
+        starting_->addOverlay(key, entry.second, answer.callback());
         const Result<void> added = co_await answer;
         if (life.expired()) {
             co_return;

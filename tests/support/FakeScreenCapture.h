@@ -65,7 +65,8 @@ public:
     StreamOutput refusedOutput = StreamOutput::screen; ///< of `addOutputError`
     std::optional<Error> startError;
     std::optional<Error> stopError;
-    bool holdsStart = false; ///< `start` completes when the test calls `heldStart`
+    std::function<void(FakeStreamState&)> whileStarting; ///< called inside `start`, before its completion
+    bool holdsStart = false;                             ///< `start` completes when the test calls `heldStart`
     double scale = 1;
     ShareableContent content;
 
@@ -112,6 +113,9 @@ public:
             };
         } else {
             state_->running = !script_.startError;
+            if (script_.whileStarting) {
+                script_.whileStarting(*state_);
+            }
             completion(script_.startError ? Result<void>(*script_.startError) : Result<void>());
         }
     }

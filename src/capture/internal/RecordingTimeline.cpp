@@ -41,6 +41,7 @@ bool RecordingTimeline::accepts(MediaTime time) const {
 }
 
 void RecordingTimeline::writeVideo(const Sample& sample, MediaTime time) {
+    owesPicture_.store(true, std::memory_order_relaxed);
     if (!accepts(time)) {
         return;
     }
@@ -61,8 +62,8 @@ void RecordingTimeline::appendVideo(const Sample& sample) {
         ++counters_.droppedVideo;
         return;
     }
-    if (video_.isAfterLast(sample.presentation())) {
-        video_.append(sample);
+    if (video_.isAfterLast(sample.presentation()) && video_.append(sample)) {
+        owesPicture_.store(false, std::memory_order_relaxed);
     }
 }
 

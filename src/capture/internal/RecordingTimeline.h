@@ -5,6 +5,7 @@
 #include "capture/internal/AudioLine.h"
 #include "media/AssetWriter.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -63,6 +64,10 @@ public:
     /// Gives the writer up without another word to it.
     void dropWriter();
 
+    /// The newest picture is not in the file, since it came in a pause or the encoder was busy. A still screen sends
+    /// no other, so somebody has to hand it in again. Any thread.
+    bool owesPicture() const { return owesPicture_.load(std::memory_order_relaxed); }
+
     /// Null before `arm` and after `dropWriter`. Borrowed.
     AssetWriter* writer() const { return writer_.get(); }
     /// The writer has failed, and nobody has asked it to end.
@@ -106,6 +111,7 @@ private:
     MediaTime offset_ = MediaTime::zero(); // host time of the first frame and all pauses
     Sample lastVideo_;                     // before retiming; without a picture when there is none
     Counters counters_;
+    std::atomic<bool> owesPicture_ = false;
 };
 
 } // namespace velmo::internal

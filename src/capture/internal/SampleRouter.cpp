@@ -61,13 +61,10 @@ void SampleRouter::screenDidOutput(const Sample& sample) {
     parts_.zoom.stepTo(time.seconds());
     lastSource_ = sample.image;
     lastVideoHost_ = time;
-    if (parts_.zoom.needsProcessing()) {
-        if (const auto rendered = parts_.zoom.render(sample.image, time, sample.timing.duration)) {
-            writeVideo(*rendered, time);
-            return;
-        }
-    }
-    writeVideo(sample, time);
+    auto rendered =
+        parts_.zoom.needsProcessing() ? parts_.zoom.render(sample.image, time, sample.timing.duration) : std::nullopt;
+    lastIsPlain_ = !rendered;
+    writeVideo(rendered ? *rendered : sample, time);
 }
 
 void SampleRouter::soundDidOutput(RecordingTimeline::Sound sound, const Sample& sample) {
@@ -87,7 +84,8 @@ void SampleRouter::setFrameDuration(MediaTime duration) {
 
 void SampleRouter::tick() {
     assert(parts_.videoQueue.isCurrent());
-    if (parts_.zoom.isPaused() || !lastSource_ || !parts_.zoom.isAnimating()) {
+    const bool owed = parts_.timeline.owesPicture();
+    if (parts_.zoom.isPaused() || !lastSource_ || !(parts_.zoom.isAnimating() || owed)) {
         return;
     }
     const MediaTime now = parts_.clock.now();
@@ -96,10 +94,15 @@ void SampleRouter::tick() {
     }
     parts_.zoom.stepTo(now.seconds());
     auto made = parts_.zoom.render(lastSource_, now, frameDuration_);
-    if (!made) {
+    const bool plain = !made;
+    if (plain && lastIsPlain_ && !owed) {
+        return; // the file shows this very picture already
+    }
+    if (plain) {
         made = ZoomProcessor::sample(lastSource_, now, frameDuration_);
     }
     if (made) {
+        lastIsPlain_ = plain;
         lastVideoHost_ = now;
         writeVideo(*made, now);
     }

@@ -70,6 +70,7 @@ private:
     FrameRef lastSource_;
     MediaTime lastVideoHost_;
     MediaTime frameDuration_{1, 30};
+    bool lastIsPlain_ = false; // the last frame handed on was `lastSource_` as it came
 
     bool failureTold_ = false; // writer's queue
 };

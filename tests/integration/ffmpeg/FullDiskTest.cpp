@@ -22,6 +22,8 @@ namespace {
 
 using namespace test;
 
+constexpr rlim_t kLimit = 12 << 20;
+
 /// What came of recording until the writer said that it can take no more.
 struct Outcome {
     bool interrupted = false;
@@ -155,7 +157,7 @@ TEST(DiskThatFails, EndsTheRecordingAndKeepsIt) {
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{3 << 20, before.rlim_max};
+    const rlimit small{kLimit, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
     // The trouble is gone when the file is closed, as with a cable that was pulled and put back.
     const Outcome outcome =
@@ -170,7 +172,7 @@ TEST(DiskThatFails, AndStaysSoMakesTheWriterFailWithWords) {
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{3 << 20, before.rlim_max};
+    const rlimit small{kLimit, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
     const Outcome outcome = recordUntilInterrupted(folder / "a.mp4", 0, 2000);
     setrlimit(RLIMIT_FSIZE, &before);

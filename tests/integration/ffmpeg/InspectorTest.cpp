@@ -104,7 +104,7 @@ TEST_F(Inspecting, ColoursAreThoseOfRec709) {
 
 TEST_F(Inspecting, TurnsPicturesAsTheirTrackSays) {
     writeRecording(folder_ / "a.mp4", 0.5, {});
-    const auto upright = inspector_.image(folder_ / "a.mp4", 0.25, 720);
+    const auto upright = inspector_.image(folder_ / "a.mp4", 8.5 / 30, 720);
     ASSERT_TRUE(upright);
     const auto source = greyOf(upright.value());
     for (const int degrees : {90, 180, 270}) {
@@ -113,8 +113,8 @@ TEST_F(Inspecting, TurnsPicturesAsTheirTrackSays) {
             " -c copy -metadata:s:v:0 rotate=" + std::to_string(degrees) + " " + quoted(path));
         // What another decoder shows for it.
         const std::string shown =
-            run("ffmpeg -v error -ss 0.25 -i " + quoted(path) + " -frames:v 1 -pix_fmt gray -f rawvideo -");
-        const auto image = inspector_.image(path, 0.25, 720);
+            run("ffmpeg -v error -ss 0.26 -i " + quoted(path) + " -frames:v 1 -pix_fmt gray -f rawvideo -");
+        const auto image = inspector_.image(path, 8.5 / 30, 720);
         ASSERT_TRUE(image);
         const int width = degrees == 180 ? 320 : 180;
         ASSERT_EQ(image.value()->width(), width);
@@ -155,11 +155,13 @@ TEST_F(Inspecting, SoundWithoutPictureIsNoVideo) {
     expectNothingIn("sound.mp4");
 }
 
-TEST_F(Inspecting, AFileCutShortGivesAnErrorWhereverItIsCut) {
+TEST_F(Inspecting, AFileCutShortBeforeItsIndexGivesAnError) {
     writeRecording(folder_ / "a.mp4", 1, {{0.5}});
     const std::string whole = bytesOf("a.mp4");
-    for (std::size_t part = 1; part < 20; ++part) {
-        write("cut.mp4", whole.substr(0, whole.size() * part / 20));
+    const std::size_t index = whole.find("moov");
+    ASSERT_NE(index, std::string::npos);
+    for (std::size_t part = 1; part <= 20; ++part) {
+        write("cut.mp4", whole.substr(0, index * part / 20));
         expectNothingIn("cut.mp4");
     }
 }

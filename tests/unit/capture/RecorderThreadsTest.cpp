@@ -44,6 +44,13 @@ protected:
         recorder->stop([&done](Result<std::filesystem::path> result) { done.set_value(std::move(result)); });
         return done.get_future().get();
     }
+    /// One frame, all the way into the file.
+    void recordAFrame() {
+        capture.stream(0).emit(frame(clock.now()), StreamOutput::screen);
+        for (const auto& output : capture.stream(0).outputs) {
+            output.queue->sync([] {});
+        }
+    }
     static void expectStrictlyIncreasing(const test::FakeTrack& track) {
         for (std::size_t i = 1; i < track.samples.size(); ++i) {
             ASSERT_GT(track.samples[i].presentation(), track.samples[i - 1].presentation());
@@ -64,7 +71,7 @@ TEST_F(RecorderThreadsTest, EveryoneAtOnceStillGivesAWholeFile) {
     recorder->setOnStop([&ends](const std::optional<Error>&) { ++ends; });
     ASSERT_TRUE(start().ok());
     ASSERT_TRUE(addOverlay(0).ok());
-    capture.stream(0).emit(frame(clock.now()), StreamOutput::screen);
+    recordAFrame();
 
     const auto picture = test::picture();
     std::vector<std::thread> threads;
@@ -110,7 +117,7 @@ TEST_F(RecorderThreadsTest, EveryoneAtOnceStillGivesAWholeFile) {
 
 TEST_F(RecorderThreadsTest, StopsFromSeveralThreadsAllGetTheFile) {
     ASSERT_TRUE(start().ok());
-    capture.stream(0).emit(frame(clock.now()), StreamOutput::screen);
+    recordAFrame();
     std::atomic<int> good = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {

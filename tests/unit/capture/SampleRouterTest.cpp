@@ -220,7 +220,7 @@ TEST_F(SampleRouterTest, TheTimerMakesNoFrameDuringAPause) {
 }
 
 TEST_F(SampleRouterTest, TheTimerMakesNoFrameWithinOneAndAFifthFrameDurations) {
-    router.setFrameDuration(MediaTime(1, 25)); // 1.2 of it are 48 ms
+    videoQueue.sync([&] { router.setFrameDuration(MediaTime(1, 25)); }); // 1.2 of it are 48 ms
     deliver(frame(100.0));
     zoom.setColumn(true, true);
     tickAt(100.04);
@@ -242,15 +242,59 @@ TEST_F(SampleRouterTest, AFrameOfTheTimerHasTheTimeOfTheTickAndTheFrameDuration)
     EXPECT_EQ(zoom.motion().lastStep(), clock.now().seconds());
 }
 
-TEST_F(SampleRouterTest, TheTimerRepeatsThePictureWhenTheCompositorLeavesItAlone) {
+TEST_F(SampleRouterTest, APictureThatTheFileShowsAlreadyIsNotRepeatedWhateverThePointerDoes) {
     deliver(frame(100.0));
     letItAnimateWithoutEffect();
     deliver(frame(100.01));
-    tickAt(100.1);
+    ASSERT_TRUE(zoom.isAnimating());
+    for (int i = 1; i <= 300; ++i) {
+        tickAt(100.01 + i / 30.0);
+    }
+    EXPECT_THAT(video().samples, SizeIs(2));
+}
 
-    ASSERT_THAT(video().samples, SizeIs(3));
-    EXPECT_EQ(video().samples[2].image, video().samples[1].image);
-    EXPECT_EQ(video().samples[2].presentation(), at(0.1));
+TEST_F(SampleRouterTest, ThePlainPictureFollowsOnceWhenTheLastEffectHasEnded) {
+    deliver(frame(100.0));
+    zoom.setSpotlight(true);
+    tickAt(100.1);
+    ASSERT_NE(video().samples.back().image, video().samples.front().image);
+    zoom.setSpotlight(false);
+    letItAnimateWithoutEffect();
+    for (int i = 1; i <= 60; ++i) {
+        tickAt(100.1 + i / 10.0);
+    }
+    EXPECT_EQ(video().samples.back().image, video().samples.front().image);
+    const auto settled = video().samples.size();
+    tickAt(110.0);
+    EXPECT_EQ(video().samples.size(), settled);
+}
+
+TEST_F(SampleRouterTest, APictureThatCameDuringAPauseIsInTheFileSoonAfterIt) {
+    deliver(frame(100.0));
+    zoom.setPaused(true);
+    timeline.pause();
+    clock.set(101.0);
+    const Sample turned = frame(101.0);
+    deliver(turned);
+    clock.set(105.0);
+    timeline.resume();
+    zoom.setPaused(false);
+    tickAt(105.03);
+    ASSERT_THAT(video().samples, SizeIs(2));
+    EXPECT_EQ(video().samples[1].image, turned.image);
+    tickAt(106.0);
+    EXPECT_THAT(video().samples, SizeIs(2));
+}
+
+TEST_F(SampleRouterTest, APictureThatABusyEncoderRefusedIsHandedInAgain) {
+    deliver(frame(100.0));
+    video().ready = false;
+    const Sample turned = frame(100.1);
+    deliver(turned);
+    video().ready = true;
+    tickAt(100.2);
+    ASSERT_THAT(video().samples, SizeIs(2));
+    EXPECT_EQ(video().samples[1].image, turned.image);
 }
 
 TEST_F(SampleRouterTest, AFrameOfTheTimerCountsAsTheLastFrame) {

@@ -278,11 +278,13 @@ TEST_F(ScreenRecorderTest, OverlayPicturesDoNotReachTheFile) {
 
 TEST_F(ScreenRecorderTest, AnOverlayIsKnownBeforeItStarts) {
     start();
-    capture.holdsStart = true;
+    capture.whileStarting = [this](test::FakeStreamState& overlay) {
+        overlay.emit(frame(100.0), StreamOutput::screen);
+        queues["velmo.capture.burbujas"].run();
+    };
     addOverlay(0);
-    capture.stream(1).running = true; // a picture that is faster than the word that the stream has started
-    capture.stream(1).emit(frame(100.0), StreamOutput::screen);
     queues.runAll();
+    EXPECT_TRUE(overlays.at(0).ok());
     EXPECT_THAT(file().videoTrack.samples, IsEmpty());
 }
 
@@ -421,6 +423,24 @@ TEST_F(ScreenRecorderTest, StoppingWritesTheFrameInHandFirst) {
     stop();
     queues.runAll();
     EXPECT_THAT(file().videoTrack.times(), ElementsAre(0.0, 0.5, 0.6));
+}
+
+TEST_F(ScreenRecorderTest, AFrameOfTheTimerThatIsInHandAtTheStopIsWritten) {
+    start();
+    show(100.0);
+    recorder->zoom().setColumn(true, true);
+    stop();
+    for (const char* label :
+         {"velmo.capture.control", "velmo.capture.video", "velmo.capture", "velmo.capture.control"}) {
+        queues[label].run();
+    }
+    EXPECT_FALSE(mainStream().alive) << "the streams have ended, the file has not";
+    clock.set(100.05);
+    videoQueue().fireTimers();
+    queues.runAll();
+
+    ASSERT_THAT(file().videoTrack.times(), ElementsAre(0.0, 0.05));
+    EXPECT_EQ(file().videoTrack.samples[1].timing.duration, MediaTime(1, 30)) << "it is no extension";
 }
 
 TEST_F(ScreenRecorderTest, StoppingStopsTheMainStreamBeforeTheOverlays) {

@@ -25,7 +25,8 @@ public:
     /// Seconds between where the loudest sample near `time` lies and `time`; NaN when there is none.
     double errorAt(double time) const {
         const auto clamped = [this](double seconds) {
-            return std::clamp<std::ptrdiff_t>(std::llround(seconds * kRate), 0, static_cast<std::ptrdiff_t>(left_.size()));
+            return std::clamp<std::ptrdiff_t>(std::llround(seconds * kRate), 0,
+                                              static_cast<std::ptrdiff_t>(left_.size()));
         };
         const auto begin = left_.begin() + clamped(time - 0.1);
         const auto end = left_.begin() + clamped(time + 0.1);

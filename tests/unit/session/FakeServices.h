@@ -45,6 +45,7 @@ public:
         auto pending = std::exchange(pending_, {});
         pending(button);
     }
+    void drop() { pending_ = {}; }
     bool stands() const { return bool(pending_); }
 
     std::deque<int> answers;

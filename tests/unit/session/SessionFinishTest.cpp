@@ -212,12 +212,13 @@ TEST_F(SessionFinish, AControllerThatGoesWhileStartingIsNotTouchedAgain) {
     controller->start();
     advance(0.25);
     settle();
+    ASSERT_EQ(script.alive, 1);
     controller.reset();
+    EXPECT_EQ(script.alive, 0) << "the capture ends with its controller";
     calls.clear();
     script.heldStart(Result<void>());
     settle();
     EXPECT_THAT(calls, IsEmpty());
-    EXPECT_EQ(script.alive, 0);
 }
 
 TEST_F(SessionFinish, AControllerThatGoesUnderAQuestionIsNotTouchedAgain) {

@@ -30,6 +30,18 @@ protected:
         makeController();
     }
 
+    /// Waits that a test left standing end before what they wait for goes.
+    ~World() override {
+        controller.reset();
+        alerts.drop();
+        countdown.held = {};
+        camera.held = {};
+        classKit.held = {};
+        script.heldStart = {};
+        script.heldStop = {};
+        settle();
+    }
+
     void makeController() { controller = std::make_unique<RecorderController>(services(), surfaces()); }
 
     SessionServices services() {

@@ -7,7 +7,8 @@ namespace velmo::internal {
 namespace {
 
 constexpr int kAveragedFrames = 8;
-constexpr int kLeastFrames = 4; // measured before anything is said, so that one key frame cannot decide
+constexpr int kLeastFrames = 4;         // measured before anything is said, so that one key frame cannot decide
+constexpr double kLongestCounted = 3.0; // intervals; a hiccup of the machine counts no more than a slow picture
 
 } // namespace
 
@@ -16,7 +17,8 @@ EncoderLoad::EncoderLoad(double frameInterval, int queueLimit)
 
 bool EncoderLoad::isTooHigh(double encodingTime, int waiting) {
     ++frames_;
-    average_ += (encodingTime - average_) / std::min(frames_, kAveragedFrames);
+    const double counted = std::min(encodingTime, kLongestCounted * frameInterval_);
+    average_ += (counted - average_) / std::min(frames_, kAveragedFrames);
     if (frames_ < kLeastFrames || waiting < highWater_ || average_ < frameInterval_) {
         return false;
     }

@@ -21,6 +21,12 @@ Error noWindow() {
     return {kStreamErrorDomain, kStreamErrorSourceGone, "No se encontró la ventana que se quería grabar."};
 }
 
+/// Surfaces that the server makes itself, like the one that compositing managers paint on: no part of the desktop, and
+/// no part of its list of windows, though their events come.
+bool isServersOwn(const XConnection& connection, xcb_window_t window) {
+    return (window & ~xcb_get_setup(connection.xcb())->resource_id_mask) == 0;
+}
+
 template <typename Event>
 const Event& as(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
@@ -73,6 +79,9 @@ TrackedWindow* WindowTracker::find(xcb_window_t window) {
 }
 
 void WindowTracker::add(xcb_window_t window) {
+    if (isServersOwn(connection_, window)) {
+        return;
+    }
     order_.raise(window);
     windows_[window].id = window;
     selectEvents(connection_, window,
@@ -211,11 +220,6 @@ bool WindowTracker::onConfigure(const xcb_configure_notify_event_t& event) {
     }
     const bool resized = outer.width != window->outer.width || outer.height != window->outer.height ||
                          event.border_width != window->border;
-    if (single() && !resized) { // looks as before, elsewhere
-        dirty_.translate(outer.x - window->outer.x, outer.y - window->outer.y);
-        window->outer = outer;
-        return false;
-    }
     markDirty(*window);
     window->pixmapAgain |= resized;
     window->shapeAgain |= resized && window->shaped;

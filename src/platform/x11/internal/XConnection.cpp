@@ -22,7 +22,7 @@ Error failedToStart(const char* text) {
     return {kStreamErrorDomain, kStreamErrorFailedToStart, text};
 }
 
-const xcb_screen_t* screenNumber(xcb_connection_t* connection, int number) {
+const xcb_screen_t* screenWithNumber(xcb_connection_t* connection, int number) {
     auto it = xcb_setup_roots_iterator(xcb_get_setup(connection));
     for (; it.rem > 0 && number > 0; --number) {
         xcb_screen_next(&it);
@@ -65,11 +65,11 @@ Result<std::unique_ptr<XConnection>> XConnection::open(const std::optional<std::
     if (self->lost()) {
         return failedToStart("No se pudo abrir la pantalla: no hay un servidor gráfico X11.");
     }
-    self->screen_ = screenNumber(self->connection_, number);
+    self->screen_ = screenWithNumber(self->connection_, number);
     if (self->screen_ == nullptr) {
         return failedToStart("No se pudo abrir la pantalla: el servidor gráfico no la tiene.");
     }
-    if (Result<void> prepared = self->prepare(); !prepared) {
+    if (Result<void> prepared = self->prepare(number); !prepared) {
         return prepared.error();
     }
     return self;
@@ -79,7 +79,7 @@ XConnection::~XConnection() {
     xcb_disconnect(connection_);
 }
 
-Result<void> XConnection::prepare() {
+Result<void> XConnection::prepare(int screenNumber) {
     if (!pixelsAreBgrx(*xcb_get_setup(connection_), *screen_)) {
         return failedToStart("La pantalla usa una profundidad de color que no se puede grabar (se necesitan 24 bits).");
     }
@@ -91,7 +91,7 @@ Result<void> XConnection::prepare() {
         return failedToStart("El servidor gráfico no permite grabar ventanas (le falta la extensión Composite).");
     }
     negotiateOptional();
-    internAtoms();
+    internAtoms(screenNumber);
     return {};
 }
 
@@ -146,22 +146,24 @@ void XConnection::negotiateOptional() {
     }
 }
 
-void XConnection::internAtoms() {
+void XConnection::internAtoms(int screenNumber) {
+    const std::string manager = "_NET_WM_CM_S" + std::to_string(screenNumber);
     using Entry = std::pair<xcb_atom_t XAtoms::*, std::string_view>;
-    static constexpr std::array<Entry, 6> kNames{{{&XAtoms::wmState, "WM_STATE"},
-                                                  {&XAtoms::wmOpacity, "_NET_WM_WINDOW_OPACITY"},
-                                                  {&XAtoms::wmPid, "_NET_WM_PID"},
-                                                  {&XAtoms::wmName, "_NET_WM_NAME"},
-                                                  {&XAtoms::utf8String, "UTF8_STRING"},
-                                                  {&XAtoms::rootPixmap, "_XROOTPMAP_ID"}}};
-    std::array<xcb_intern_atom_cookie_t, kNames.size()> cookies{};
-    for (std::size_t i = 0; i < kNames.size(); ++i) {
-        const std::string_view name = kNames[i].second;
+    const std::array<Entry, 7> names{{{&XAtoms::wmState, "WM_STATE"},
+                                      {&XAtoms::wmOpacity, "_NET_WM_WINDOW_OPACITY"},
+                                      {&XAtoms::wmPid, "_NET_WM_PID"},
+                                      {&XAtoms::wmName, "_NET_WM_NAME"},
+                                      {&XAtoms::utf8String, "UTF8_STRING"},
+                                      {&XAtoms::rootPixmap, "_XROOTPMAP_ID"},
+                                      {&XAtoms::compositingManager, manager}}};
+    std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::string_view name = names[i].second;
         cookies[i] = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
     }
-    for (std::size_t i = 0; i < kNames.size(); ++i) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
         const auto reply = take(xcb_intern_atom_reply, connection_, cookies[i]);
-        atoms_.*kNames[i].first = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+        atoms_.*names[i].first = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
     }
 }
 

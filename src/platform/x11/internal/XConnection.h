@@ -16,6 +16,7 @@ struct XAtoms {
     xcb_atom_t wmName = 0;
     xcb_atom_t utf8String = 0;
     xcb_atom_t rootPixmap = 0;
+    xcb_atom_t compositingManager = 0; ///< the selection that it owns
 };
 
 /// First event numbers; an absent optional extension has 0.
@@ -51,10 +52,10 @@ public:
 
 private:
     XConnection() = default;
-    Result<void> prepare();
+    Result<void> prepare(int screenNumber);
     bool negotiateRequired();
     void negotiateOptional();
-    void internAtoms();
+    void internAtoms(int screenNumber);
 
     xcb_connection_t* connection_ = nullptr;
     const xcb_screen_t* screen_ = nullptr;
