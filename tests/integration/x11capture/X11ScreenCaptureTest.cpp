@@ -406,10 +406,10 @@ TEST(X11CaptureWithout, SharedMemoryTheSamePicturesCome) {
     configuration.width = 640;
     configuration.height = 480;
     StreamProbe probe;
-    const auto stream = std::move(capture.makeStream(
-                                      ContentFilter::display(content.value().displays[0].displayID, {}, {}),
-                                      configuration, &probe))
-                            .value();
+    const auto stream =
+        std::move(capture.makeStream(ContentFilter::display(content.value().displays[0].displayID, {}, {}),
+                                     configuration, &probe))
+            .value();
     ASSERT_TRUE(stream->addOutput(probe, StreamOutput::screen, probe.queue).ok());
     ASSERT_TRUE(startAndWait(*stream).ok());
     ASSERT_TRUE(probe.waitForPictures(1));
