@@ -17,6 +17,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -72,11 +73,13 @@ int run(QApplication& application, SingleInstance& instance) {
 
 int main(int argc, char** argv) {
     prepareProcess();
-    if (const auto reason = missingDisplay()) {
+    auto display = std::make_unique<DisplayCheck>();
+    if (const auto reason = display->missing()) {
         std::fprintf(stderr, "%s\n", reason->c_str());
         return EXIT_FAILURE;
     }
     QApplication application(argc, argv);
+    display.reset();
     SingleInstance instance(SingleInstance::standardFolder());
     if (instance.claim() == SingleInstance::Role::later) {
         return instance.askToReopen() ? EXIT_SUCCESS : EXIT_FAILURE;

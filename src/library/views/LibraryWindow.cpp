@@ -93,22 +93,23 @@ LibraryWindow::~LibraryWindow() = default;
 QWidget* LibraryWindow::makeContent() {
     auto* empty = new EmptyLibrary(placeText(library_.folder()));
     connect(empty, &EmptyLibrary::recordRequested, this, [this] { newRecording_(); });
+    auto* gridPage = new QWidget;
+    auto* gridRow = new QVBoxLayout(gridPage);
+    gridRow->setContentsMargins(kGridMargins);
+    gridRow->addWidget(grid_);
     pages_->addWidget(empty);
-    pages_->addWidget(grid_);
+    pages_->addWidget(gridPage);
 
     auto* headRow = new QVBoxLayout;
     headRow->setContentsMargins(kPagePadding, kHeadTop, kPagePadding, 12);
     headRow->addWidget(head_);
-    auto* gridRow = new QVBoxLayout;
-    gridRow->setContentsMargins(kGridMargins);
-    gridRow->addWidget(pages_);
 
     auto* content = new Backdrop;
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addLayout(headRow);
-    column->addLayout(gridRow, 1);
+    column->addWidget(pages_, 1);
     return content;
 }
 

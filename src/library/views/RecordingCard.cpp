@@ -35,6 +35,11 @@ int pictureHeight(int width) {
     return width * 10 / 16;
 }
 
+int cardHeight(int width) {
+    return pictureHeight(width) + static_cast<int>(kTextTop + kTextGap + kTextBottom) +
+           Type::lineHeight(TextStyle::cardTitle) + Type::lineHeight(TextStyle::caption);
+}
+
 /// A rectangle whose upper corners are round.
 QPainterPath roundOnTop(const QRectF& rect, double radius) {
     QPainterPath path;
@@ -92,20 +97,19 @@ RecordingCard::RecordingCard(const RecordingModel& model, QObject* parent)
             [this] { std::erase_if(pictures_, [this](const auto& each) { return !model_.rowOf(each.first); }); });
 }
 
-int RecordingCard::heightFor(int width) {
-    return pictureHeight(width) + static_cast<int>(kTextTop + kTextGap + kTextBottom) +
-           Type::lineHeight(TextStyle::cardTitle) + Type::lineHeight(TextStyle::caption);
+QSize RecordingCard::cellFor(int width) {
+    return {width, cardHeight(width - kGapAcross) + kGapDown};
 }
 
 QSize RecordingCard::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
-    return {kLeastWidth + kGapAcross, heightFor(kLeastWidth) + kGapDown};
+    return cell_;
 }
 
 void RecordingCard::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     const int width = option.rect.width() - kGapAcross;
-    const QRectF card(option.rect.left() + kGapAcross / 2, option.rect.top() + kGapDown / 2, width, heightFor(width));
+    const QRectF card(option.rect.left() + kGapAcross / 2, option.rect.top() + kGapDown / 2, width, cardHeight(width));
     const QRectF picture(card.left(), card.top(), width, pictureHeight(width));
     const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
     const CardColors colors = cardColors(option.state);

@@ -24,8 +24,10 @@ public:
 
     explicit RecordingCard(const RecordingModel& model, QObject* parent = nullptr);
 
-    /// Height of a card `width` wide.
-    static int heightFor(int width);
+    /// The size of a cell that is `width` wide: a card and half a gap around it.
+    static QSize cellFor(int width);
+    /// All cells are this wide from now on.
+    void setCellWidth(int width) { cell_ = cellFor(width); }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -43,6 +45,7 @@ private:
                                  double ratio) const;
 
     const RecordingModel& model_;
+    QSize cell_ = cellFor(kLeastWidth + kGapAcross);
     mutable std::map<std::filesystem::path, Picture> pictures_;
 };
 

@@ -36,9 +36,10 @@ QString scrollBarSheet() {
 
 } // namespace
 
-RecordingGrid::RecordingGrid(RecordingModel& model, QWidget* parent) : QListView(parent) {
+RecordingGrid::RecordingGrid(RecordingModel& model, QWidget* parent)
+    : QListView(parent), card_(new RecordingCard(model, this)) {
     setModel(&model);
-    setItemDelegate(new RecordingCard(model, this));
+    setItemDelegate(card_);
     setViewMode(QListView::IconMode);
     setMovement(QListView::Static);
     setResizeMode(QListView::Adjust);
@@ -66,11 +67,12 @@ void RecordingGrid::select(int row) {
 }
 
 void RecordingGrid::layCards() {
-    // Measured with the scroll bar even where there is none, so that its coming does not move the cards.
-    const int room = width() - kScrollBarWidth;
+    // Measured with the scroll bar even where there is none, so that its coming does not move the cards; the view
+    // breaks the row before a cell that would end at its very edge.
+    const int room = width() - kScrollBarWidth - 1;
     const int columns = std::max(1, room / (RecordingCard::kLeastWidth + RecordingCard::kGapAcross));
-    const int cell = room / columns;
-    setGridSize({cell, RecordingCard::heightFor(cell - RecordingCard::kGapAcross) + RecordingCard::kGapDown});
+    card_->setCellWidth(room / columns);
+    setGridSize(RecordingCard::cellFor(room / columns));
 }
 
 void RecordingGrid::resizeEvent(QResizeEvent* event) {

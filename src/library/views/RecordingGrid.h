@@ -36,7 +36,8 @@ protected:
 private:
     void layCards();
 
-    QTimer dates_; ///< while visible: "hace 2 minutos" goes on
+    RecordingCard* card_; // Qt's child
+    QTimer dates_;        ///< while visible: "hace 2 minutos" goes on
 };
 
 } // namespace velmo

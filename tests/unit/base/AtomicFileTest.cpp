@@ -1,37 +1,19 @@
 #include "base/AtomicFile.h"
 
+#include "support/ReadOnlyFolder.h"
+#include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <cerrno>
-#include <csignal>
 #include <string>
-#include <sys/resource.h>
 
 namespace velmo {
 namespace {
 
 using test::contentOf;
 using test::TemporaryFolder;
-
-/// Lets no file of this process grow past some bytes, as a full disk would.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes) : oldHandler_(::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit small{bytes, old_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &old_);
-        ::signal(SIGXFSZ, oldHandler_);
-    }
-
-private:
-    sighandler_t oldHandler_;
-    rlimit old_{};
-};
 
 std::ptrdiff_t entriesIn(const std::filesystem::path& folder) {
     return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
@@ -49,7 +31,7 @@ TEST(AtomicFile, AWriteThatRunsOutOfDiskLeavesTheOldContentAndNothingElse) {
     const TemporaryFolder folder;
     folder.write("f", "old");
     {
-        const SmallDisk disk(4096);
+        const test::SmallDisk disk(4096);
         const auto written = writeFileAtomically(folder / "f", std::string(100'000, 'x'));
         ASSERT_FALSE(written);
         EXPECT_EQ(written.error().domain, kPosixErrorDomain);
@@ -63,6 +45,15 @@ TEST(AtomicFile, AMissingFolderIsAnError) {
     const TemporaryFolder folder;
     EXPECT_EQ(writeFileAtomically(folder / "no" / "f", "x").error().code, ENOENT);
     EXPECT_EQ(readWholeFile(folder / "f").error().code, ENOENT);
+}
+
+TEST(AtomicFile, AReadOnlyFolderIsAnErrorAndTheOldContentStays) {
+    const TemporaryFolder folder;
+    folder.write("f", "old");
+    const test::ReadOnlyFolder readOnly(folder);
+    EXPECT_EQ(writeFileAtomically(folder / "f", "new").error().code, EACCES);
+    EXPECT_EQ(keepDamagedFileAside(folder / "f").error().code, EACCES);
+    EXPECT_EQ(readWholeFile(folder / "f").value(), "old");
 }
 
 TEST(AtomicFile, AFolderIsNotReadAsAFile) {

@@ -1,4 +1,6 @@
-#include "LibraryFixture.h"
+#include "support/LibraryFixture.h"
+#include "support/ReadOnlyFolder.h"
+#include "support/SmallDisk.h"
 
 #include <fstream>
 
@@ -98,6 +100,58 @@ TEST_F(LibraryRename, WithoutAnEntryOneLeftUnderTheNewNameGoes) {
 TEST_F(LibraryRename, AnItemOfTheListItselfMayBeHandedOver) {
     ASSERT_TRUE(library->rename(library->items().front(), QStringLiteral("nueva")));
     EXPECT_THAT(names(), ElementsAre("nueva.mp4"));
+}
+
+class LibraryOnABadDay : public test::LibraryFixture {
+protected:
+    LibraryOnABadDay() {
+        std::filesystem::permissions(root, std::filesystem::perms(0755));
+        video("a.mp4");
+        open();
+        library->add(folder / "a.mp4", 10, {4}, {});
+    }
+};
+
+TEST_F(LibraryOnABadDay, AReadOnlyFolderRefusesARenameWithAWordForTheUser) {
+    const test::ReadOnlyFolder readOnly(folder);
+    const auto renamed = library->rename(item("a.mp4"), QStringLiteral("b"));
+    ASSERT_FALSE(renamed);
+    EXPECT_EQ(renamed.error().text, "No tienes permiso para cambiar la carpeta de grabaciones.");
+    EXPECT_THAT(names(), ElementsAre("a.mp4"));
+    EXPECT_THAT(item("a.mp4").markers, ElementsAre(4));
+}
+
+TEST_F(LibraryOnABadDay, WhatCannotBeWrittenDownHoldsWhileTheProgramRuns) {
+    {
+        const test::ReadOnlyFolder readOnly(folder);
+        library->setDriveLink(QStringLiteral("https://x"), folder / "a.mp4");
+        EXPECT_EQ(item("a.mp4").driveLink, "https://x");
+        EXPECT_FALSE(metadataText().find("https://x") != std::string::npos);
+    }
+    library->add(folder / "b.mp4", 1, {}, {});
+    EXPECT_NE(metadataText().find("https://x"), std::string::npos) << "the next save has it";
+}
+
+TEST_F(LibraryOnABadDay, AFullDiskLeavesTheOldMetadataWhole) {
+    const std::string before = metadataText();
+    {
+        const test::SmallDisk full(8);
+        library->setDriveLink(QStringLiteral("https://x"), folder / "a.mp4");
+    }
+    EXPECT_EQ(metadataText(), before);
+    EXPECT_EQ(item("a.mp4").driveLink, "https://x");
+}
+
+TEST_F(LibraryOnABadDay, AFolderThatCannotBeReadIsEmptyAndComesBackLater) {
+    std::filesystem::permissions(folder, std::filesystem::perms(0300));
+    {
+        const test::ReadOnlyFolder other(trash.path()); // as somebody to whom the folder is closed
+        library->reload();
+        EXPECT_THAT(names(), IsEmpty());
+    }
+    std::filesystem::permissions(folder, std::filesystem::perms(0755));
+    library->reload();
+    EXPECT_THAT(item("a.mp4").markers, ElementsAre(4));
 }
 
 class LibraryTrash : public test::LibraryFixture {
