@@ -22,6 +22,13 @@ constexpr Yuv kGreenYuv{173, 42, 26};
 constexpr Yuv kWhiteYuv{235, 128, 128};
 constexpr Yuv kBlackYuv{16, 128, 128};
 
+/// Milliseconds without a picture after which none is on its way.
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr int kQuiet = 800;
+#else
+constexpr int kQuiet = 150;
+#endif
+
 void pauseFor(int milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
@@ -56,7 +63,7 @@ protected:
     /// What the stream shows once nothing changes any more.
     Sample settled() {
         client.sync();
-        probe.countAfterQuiet(150);
+        probe.countAfterQuiet(kQuiet);
         return probe.pictures().back();
     }
 
