@@ -42,7 +42,8 @@ public:
 };
 
 /// Writes one file. Inputs are added first, then `startWriting`, `startSession`, samples, `finishWriting`.
-/// The file grows as samples come; finishing does not copy it.
+/// The file grows as samples come; finishing does not copy it. The destructor ends all threads of the writer; it may
+/// run on any thread but the writer's own, and leaves the file of an unfinished recording where it is.
 class AssetWriter {
 public:
     virtual ~AssetWriter() = default;
@@ -51,6 +52,11 @@ public:
     virtual AssetWriterInput* addVideoInput(const VideoSettings& settings) = 0;
     virtual AssetWriterInput* addAudioInput(const AudioSettings& settings) = 0;
 
+    /// Before `startWriting`. `interrupted` is called at most once, on any thread, when the writer can take no more by
+    /// itself. While what it has can still be finished (the disk is full) the status stays `writing`, no input is
+    /// ready again, and `finishWriting` completes the file; otherwise the status is already `failed`. Never called
+    /// after `cancelWriting` returned, after the completion of `finishWriting`, or after the destructor.
+    virtual void setOnInterruption(std::function<void(const Error&)> interrupted) = 0;
     /// Opens file and encoders.
     virtual Result<void> startWriting() = 0;
     /// The time of the samples that becomes zero in the file.

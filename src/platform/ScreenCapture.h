@@ -110,6 +110,8 @@ public:
 
 /// A running or startable capture. Pictures come only when something changed; their times are host-clock times
 /// of the moment that they show. Sound comes as interleaved float, its time that of its first frame.
+/// The destructor ends the capture; no call of a handler, the delegate or a completion begins after it. It runs on any
+/// thread that is neither a queue given to `addOutput` nor inside one of the stream's own calls.
 class CaptureStream {
 public:
     using Completion = std::function<void(Result<void>)>;

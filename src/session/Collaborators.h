@@ -2,6 +2,7 @@
 
 #include "base/Geometry.h"
 #include "base/Result.h"
+#include "compositor/BubbleInfo.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
 
@@ -45,11 +46,12 @@ public:
     virtual void hide() = 0;
 };
 
-/// Message boxes that block the session, not the event loop. The application comes to the front first.
+/// Message boxes that block the session, not the event loop. The session brings the application to the front before
+/// it asks.
 class AlertPort {
 public:
     virtual ~AlertPort() = default;
-    /// One default button.
+    /// The system's default button alone.
     virtual QCoro::Task<void> inform(QString message, QString informative) = 0;
     /// `buttons` from first to last; the index of the chosen one. `firstIsDestructive` marks the first.
     virtual QCoro::Task<int> ask(QString message, QString informative, QStringList buttons,
@@ -75,6 +77,14 @@ public:
     virtual void stopFrames() = 0;
 };
 
+/// Loudness of the microphone that is being recorded, where no camera session listens to it.
+class MicrophoneLevel {
+public:
+    virtual ~MicrophoneLevel() = default;
+    /// 0 to 1.
+    virtual double level() const = 0;
+};
+
 class SecondCameraPort {
 public:
     virtual ~SecondCameraPort() = default;
@@ -93,6 +103,8 @@ public:
     virtual void prepareControlsForCapture() = 0;
     virtual void parkControls() = 0;
     virtual std::optional<WindowId> windowID() const = 0;
+    /// As it stands on the screen now; absent while hidden.
+    virtual std::optional<BubbleInfo> captureInfo() const = 0;
 };
 
 class SecondBubblePort {
@@ -103,6 +115,8 @@ public:
     virtual void keep(const Screen& screen) = 0;
     virtual bool userHidden() const = 0;
     virtual std::optional<WindowId> windowID() const = 0;
+    /// As it stands on the screen now; absent while hidden.
+    virtual std::optional<BubbleInfo> captureInfo() const = 0;
 };
 
 class PhonePort {
@@ -114,6 +128,8 @@ public:
     virtual void prepareForCapture() = 0;
     virtual void park() = 0;
     virtual std::optional<WindowId> windowID() const = 0;
+    /// As it stands on the screen now; absent while hidden.
+    virtual std::optional<BubbleInfo> captureInfo() const = 0;
 };
 
 class DrawingPort {
@@ -136,6 +152,9 @@ public:
     virtual void prepare(const Screen& screen) = 0;
     virtual void park() = 0;
     virtual void endRecording() = 0;
+    virtual bool shown() const = 0;
+    virtual void show() = 0;
+    virtual void toggle() = 0;
     virtual std::optional<WindowId> windowID() const = 0;
 };
 
@@ -146,6 +165,7 @@ public:
     virtual void park() = 0;
     virtual void start(const Screen& screen, bool bubbles) = 0;
     virtual void stop() = 0;
+    virtual void setSpotlight(bool on) = 0;
     /// Called with the media-clock time at which a circle was closed.
     virtual void setOnCircle(std::function<void(double)> circle) = 0;
 };
@@ -156,6 +176,10 @@ public:
     virtual void prepare(const Screen& screen) = 0;
     virtual void park() = 0;
     virtual void reset() = 0;
+    /// A presenter covers the screen.
+    virtual bool isFull() const = 0;
+    /// `then` may be empty; it is called when the presenter has gone.
+    virtual void exit(std::function<void()> then) = 0;
     virtual std::optional<WindowId> windowID() const = 0;
 };
 
@@ -171,8 +195,27 @@ class TeleprompterPort {
 public:
     virtual ~TeleprompterPort() = default;
     virtual bool hasScript() const = 0;
+    virtual bool visible() const = 0;
+    virtual void togglePlay() = 0;
     virtual void show(const Screen& screen) = 0;
     virtual void hide() = 0;
+};
+
+/// Where the mouse is.
+class PointerPort {
+public:
+    virtual ~PointerPort() = default;
+    /// Global points.
+    virtual Point location() const = 0;
+};
+
+/// Lets the user drag a rectangle on the screen.
+class RegionPickerPort {
+public:
+    virtual ~RegionPickerPort() = default;
+    /// `completion` gets fractions of the screen, or nothing when the user cancelled.
+    virtual void pick(const Screen& screen, std::optional<Rect> current, QString prompt,
+                      std::function<void(std::optional<Rect>)> completion) = 0;
 };
 
 /// Permission to use a class of device, as the system tells it.

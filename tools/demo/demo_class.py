@@ -15,6 +15,7 @@ VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua. El sol 
          "Y así el viaje empieza otra vez. Anoten los tres pasos, y nos vemos en la próxima clase.")
 COUNTER = (1424, 40)   # where the moving window stands; its upper left corner holds the frame counter
 FLASH = (60, 700)
+FLASH_S = 6
 
 
 class Machine:
@@ -70,7 +71,7 @@ def flash(seconds):
 
 def teach(folder):
     """The class itself, between the two presses of the key."""
-    flash(6)
+    flash(FLASH_S)
     voice = say(folder)
     focus("El ciclo del agua")
     press("Right")
@@ -99,15 +100,17 @@ def teach(folder):
     press("ctrl+m")
     glide((1300, 480), (600, 420))
     voice.wait()
-    flash(6)
+    flash(FLASH_S)
 
 
 def report(folder, video, entry, cpu):
     seen = judge(video, "--counter", f"{COUNTER[0]},{COUNTER[1]}", "--probe", f"{FLASH[0] + 110},{FLASH[1] + 80}")
     counted = runs(seen["frames"])
-    lights = flashes(seen["frames"])
+    # The flash stands on the screen in the first and in the last seconds; between them the voice is what sounds.
+    lights = [light for light in flashes(seen["frames"]) if light < FLASH_S or light > seen["duration"] - FLASH_S]
     beeps = [begin for begin, _ in seen["sounds"][0]] if seen["sounds"] else []
-    offsets = [min((beep - light for beep in beeps), key=abs) * 1000 for light in lights] if beeps else []
+    nearest = [min((beep - light for beep in beeps), key=abs) * 1000 for light in lights] if beeps else []
+    offsets = [offset for offset in nearest if abs(offset) < 500]
     paused = 1 if any(b["counter"] - a["counter"] > 30 for a, b in zip(seen["frames"], seen["frames"][1:])) else 0
     skipped = sum(b["counter"] - a["counter"] - 1 for a, b in zip(seen["frames"], seen["frames"][1:])
                   if 1 < b["counter"] - a["counter"] <= 30 and a["counter"] >= 0)

@@ -1,0 +1,233 @@
+#include "app/Composition.h"
+
+#include "app/AboutPanel.h"
+#include "app/Credit.h"
+#include "app/DesktopApplication.h"
+#include "app/DesktopPointer.h"
+#include "app/GrantedPermissions.h"
+#include "app/LibraryAdapter.h"
+#include "app/MainMenu.h"
+#include "app/MixerAdapter.h"
+#include "app/RecordingKeys.h"
+#include "app/RecordingRescue.h"
+#include "app/Shortcuts.h"
+#include "app/ShortcutsDialog.h"
+#include "app/ThirdPartyNotices.h"
+#include "capture/DiagLog.h"
+#include "capture/DisplayWatch.h"
+#include "classkit/ClassKit.h"
+#include "library/Library.h"
+#include "library/views/LibraryWindow.h"
+#include "panels/Alerts.h"
+#include "panels/ControlBar.h"
+#include "panels/CountdownWindow.h"
+#include "panels/MicrophoneMonitor.h"
+#include "panels/SetupPanel.h"
+#include "platform/desktop/DesktopFileActions.h"
+#include "platform/desktop/QtDelayedCalls.h"
+#include "platform/desktop/QtDisplayReconfiguration.h"
+#include "platform/desktop/QtScreens.h"
+#include "platform/desktop/StatvfsDiskSpace.h"
+#include "platform/desktop/SysPowerSources.h"
+#include "platform/desktop/XcbHotKeyService.h"
+#include "platform/ffmpeg/FfmpegAssetInspector.h"
+#include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
+#include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
+#include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
+#include "platform/pulse/PulseAudioInputService.h"
+#include "platform/x11/X11ScreenCapture.h"
+#include "session/QtTimers.h"
+#include "session/ScreenRecorderFactory.h"
+#include "settings/Devices.h"
+#include "settings/JsonDefaultsStore.h"
+#include "settings/Prefs.h"
+
+#include <QCoreApplication>
+#include <QMenuBar>
+
+#include <syslog.h>
+
+#include <string>
+
+namespace velmo {
+namespace {
+
+void logLine(const std::string& line) {
+    DiagLog::write(line);
+}
+
+FfmpegWriterOptions writerOptions() {
+    FfmpegWriterOptions options;
+    options.log = &logLine;
+    return options;
+}
+
+AudioMixer makeMixer(const AssetReaderFactory& readers, const PassthroughWriterFactory& writers) {
+    return AudioMixer(readers, writers, [](const std::string& line) { ::syslog(LOG_WARNING, "%s", line.c_str()); });
+}
+
+void postToMain(std::function<void()> work) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
+}
+
+} // namespace
+
+/// What the system gives.
+struct Composition::Platform {
+    const HostClock& clock = HostClock::shared();
+    PulseAudioInputService audio{clock};
+    X11ScreenCapture capture{std::nullopt, &audio, clock};
+    FfmpegAssetWriterFactory writers{writerOptions()};
+    FfmpegAssetReaderFactory readers;
+    FfmpegPassthroughWriterFactory passthroughWriters;
+    FfmpegAssetInspector inspector;
+    QtTimers timers;
+    QtDelayedCalls delayedCalls;
+    QtScreens screens;
+    QtDisplayReconfiguration displays;
+    SysPowerSources power;
+    StatvfsDiskSpace disk;
+    DesktopFileActions files;
+    DesktopApplication application;
+    DesktopPointer pointer;
+    GrantedPermissions permissions;
+    XcbHotKeyService hotKeys;
+    DisplayWatch displayWatch{displays, delayedCalls};
+    MixerAdapter mixer{makeMixer(readers, passthroughWriters), std::make_unique<ThreadQueue>("velmo.mixer")};
+};
+
+/// What is kept between launches.
+struct Composition::Stores {
+    explicit Stores(Platform& platform)
+        : devices(nullptr, &platform.audio),
+          library(Library::standardFolder(),
+                  {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
+
+    JsonDefaultsStore defaults{JsonDefaultsStore::standardFile(), &logLine};
+    Prefs prefs{defaults};
+    Devices devices;
+    ClassKit classKit{defaults};
+    Library library;
+    LibraryAdapter libraryStore{library};
+};
+
+/// The recording session and what answers to it.
+struct Composition::Session {
+    Session(Platform& platform, Stores& stores)
+        : recorders({platform.capture, platform.writers, platform.clock, DiagLog::shared()}),
+          window(stores.library, platform.files, stores.defaults, [] { RecorderController::shared().openSetup(); }) {}
+    ~Session() {
+        rescue.forget();
+        RecorderController::setShared(nullptr);
+    }
+
+    ScreenRecorderFactory recorders;
+    LibraryWindow window;
+    Alerts alerts;
+    RecordingRescue rescue{window, alerts, &logLine};
+    std::unique_ptr<RecorderController> recorder;
+};
+
+/// What stands around a recording on the screen.
+struct Composition::Surfaces {
+    Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
+        : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
+          controlBar(recorder, &microphone),
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}) {}
+
+    MicrophoneMonitor microphone;
+    CountdownWindow countdown;
+    ControlBar controlBar;
+    SetupPanel setupPanel;
+};
+
+Composition::Composition()
+    : platform_(std::make_unique<Platform>()), stores_(std::make_unique<Stores>(*platform_)),
+      session_(std::make_unique<Session>(*platform_, *stores_)) {
+    Prefs::setShared(&stores_->prefs);
+    ClassKit::setShared(&stores_->classKit);
+    Library::setShared(&stores_->library);
+    session_->recorder = std::make_unique<RecorderController>(sessionServices());
+    RecorderController::setShared(session_->recorder.get());
+    session_->rescue.watch(*session_->recorder);
+    surfaces_ = std::make_unique<Surfaces>(*platform_, *stores_, *session_->recorder);
+    session_->recorder->attach(sessionSurfaces());
+    hotKeys_ = std::make_unique<HotKeys>(platform_->hotKeys, recordingKeys(*session_->recorder), &postToMain, &logLine);
+    delegate_ = std::make_unique<AppDelegate>(shell());
+}
+
+Composition::~Composition() {
+    session_->recorder->attach({}); // the surfaces go first
+    delegate_.reset();
+    hotKeys_.reset();
+    surfaces_.reset();
+    session_.reset();
+    Library::setShared(nullptr);
+    ClassKit::setShared(nullptr);
+    Prefs::setShared(nullptr);
+}
+
+AppDelegate& Composition::delegate() {
+    return *delegate_;
+}
+
+RecordingRescue& Composition::rescue() {
+    return session_->rescue;
+}
+
+RecorderController& Composition::recorder() {
+    return *session_->recorder;
+}
+
+SessionServices Composition::sessionServices() {
+    return {stores_->prefs,         platform_->clock,
+            platform_->timers,      session_->rescue.alerts(),
+            platform_->application, platform_->screens,
+            platform_->power,       platform_->disk,
+            platform_->capture,     session_->recorders,
+            stores_->devices,       platform_->permissions,
+            stores_->libraryStore,  platform_->mixer,
+            &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
+}
+
+SessionSurfaces Composition::sessionSurfaces() {
+    SessionSurfaces surfaces;
+    surfaces.libraryWindow = &session_->rescue.libraryWindow();
+    surfaces.setupPanel = &surfaces_->setupPanel;
+    surfaces.controlBar = &surfaces_->controlBar;
+    surfaces.countdown = &surfaces_->countdown;
+    surfaces.pointer = &platform_->pointer;
+    surfaces.microphoneLevel = &surfaces_->microphone;
+    return surfaces;
+}
+
+Shell Composition::shell() {
+    Shell shell{*session_->recorder, *hotKeys_, session_->window, session_->alerts, platform_->application};
+    shell.startDisplayWatch = [this] { platform_->displayWatch.start(); };
+    shell.setMainMenu = [this](const ShellActions& actions) { buildMainMenu(*session_->window.menuBar(), actions); };
+    shell.isOnboarded = [this] { return stores_->prefs.onboarded.value(); };
+    shell.showAbout = [this] {
+        (new AboutPanel)->present(); // goes by itself
+        platform_->application.toFront();
+    };
+    shell.showShortcuts = [this] {
+        Shortcuts::show([this] { platform_->application.toFront(); },
+                        [](const QString&, const QString&, const QStringList&) { (new ShortcutsDialog)->present(); });
+    };
+    shell.openVideosFolder = [this] {
+        if (const auto opened = stores_->library.openFolder(); !opened.ok()) {
+            session_->alerts.inform(QStringLiteral("No se pudo abrir la carpeta de videos"),
+                                    QString::fromStdString(opened.error().text));
+        }
+    };
+    shell.openNotices = [this] {
+        if (const auto file = thirdPartyNotices(QCoreApplication::applicationDirPath())) {
+            platform_->files.open(file->toStdString());
+        }
+    };
+    shell.openSite = [this] { platform_->files.openAddress(Credit::site); };
+    shell.quit = [this] { session_->rescue.leave([] { QCoreApplication::exit(EXIT_SUCCESS); }); };
+    return shell;
+}
+
+} // namespace velmo

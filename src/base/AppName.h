@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace velmo::AppName {
+
+/// The program's name for the user: window titles, the library folder, the folder on a shared drive.
+inline constexpr std::string_view current = "Velmo Studio";
+
+} // namespace velmo::AppName

@@ -1,0 +1,26 @@
+#include "session/SessionErrors.h"
+
+#include "platform/ScreenCapture.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <array>
+
+namespace velmo {
+
+bool isPermissionError(const Error& error) {
+    if (error.domain == kStreamErrorDomain && error.code == kStreamErrorUserDeclined) {
+        return true;
+    }
+    static constexpr std::array kWords{"tcc", "declined", "not authorized", "permission"};
+    const QString text = QString::fromStdString(error.text).toLower();
+    return std::any_of(kWords.begin(), kWords.end(),
+                       [&](const char* word) { return text.contains(QLatin1String(word)); });
+}
+
+Error unansweredError() {
+    return {"VelmoStudio.Session", 0, "El sistema de captura terminó sin responder."};
+}
+
+} // namespace velmo

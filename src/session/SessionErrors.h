@@ -1,0 +1,14 @@
+#pragma once
+
+#include "base/Result.h"
+
+namespace velmo {
+
+/// The user, or the system on the user's behalf, does not permit capture. Also recognises what the system reports in
+/// other domains, by its words.
+bool isPermissionError(const Error& error);
+
+/// A service ended without an answer.
+Error unansweredError();
+
+} // namespace velmo

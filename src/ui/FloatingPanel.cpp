@@ -1,0 +1,165 @@
+#include "ui/FloatingPanel.h"
+
+#include "ui/Painting.h"
+#include "ui/Theme.h"
+#include "ui/internal/X11Window.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <vector>
+
+namespace velmo {
+
+namespace {
+
+/// All panels that are shown, in the order in which they came up.
+std::vector<FloatingPanel*>& shownPanels() {
+    static std::vector<FloatingPanel*> panels;
+    return panels;
+}
+
+/// Panels are children of the root that no window manager stacks: who is raised last is in front.
+void restack() {
+    std::vector<FloatingPanel*> panels = shownPanels();
+    std::stable_sort(panels.begin(), panels.end(),
+                     [](const FloatingPanel* a, const FloatingPanel* b) { return a->level() < b->level(); });
+    for (FloatingPanel* panel : panels) {
+        if (panel->isVisible()) {
+            panel->raise();
+        }
+    }
+}
+
+} // namespace
+
+FloatingPanel::FloatingPanel(PanelLevel level, Floor floor)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
+                           Qt::X11BypassWindowManagerHint),
+      level_(level), floor_(floor) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setFocusPolicy(Qt::NoFocus);
+    if (floor_.shadow) {
+        setContentsMargins(Shadow::margins(*floor_.shadow));
+    }
+}
+
+FloatingPanel::~FloatingPanel() {
+    std::erase(shownPanels(), this);
+}
+
+QRect FloatingPanel::card() const {
+    return contentsRect();
+}
+
+QRegion FloatingPanel::mouseRegion() const {
+    return card();
+}
+
+QRect FloatingPanel::cardGeometry() const {
+    return card().translated(pos());
+}
+
+void FloatingPanel::setCardGeometry(const QRect& card) {
+    setGeometry(card.marginsAdded(contentsMargins()));
+}
+
+void FloatingPanel::setClickThrough(bool through) {
+    clickThrough_ = through;
+    shapeChanged();
+}
+
+void FloatingPanel::shapeChanged() {
+    floorPixmap_ = {};
+    applyShape();
+    update();
+}
+
+void FloatingPanel::applyShape() {
+    if (!isVisible()) {
+        return;
+    }
+    X11Window::setInputRegion(*this, clickThrough_ ? QRegion() : mouseRegion());
+    outlineChanged();
+}
+
+void FloatingPanel::outlineChanged() {
+    if (!isVisible() || composited_) {
+        return;
+    }
+    QRegion seen;
+    for (const QPolygonF& part : outline().toFillPolygons()) {
+        seen += QRegion(part.toPolygon());
+    }
+    setMask(seen);
+}
+
+QPainterPath FloatingPanel::outline() const {
+    QPainterPath path;
+    path.addRoundedRect(floor_.shadow ? card() : rect(), floor_.radius, floor_.radius);
+    return path;
+}
+
+void FloatingPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    composited_ = X11Window::isComposited();
+    std::erase(shownPanels(), this);
+    shownPanels().push_back(this);
+    shapeChanged();
+    restack();
+}
+
+void FloatingPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    shapeChanged();
+}
+
+QPixmap FloatingPanel::paintedFloor() const {
+    const double ratio = devicePixelRatioF();
+    QPixmap pixmap(size() * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    const QRectF box = card();
+    if (composited_) {
+        Shadow::paint(painter, box, floor_.radius, *floor_.shadow);
+        Painting::roundedBox(painter, box, floor_.radius, Theme::floating(), Theme::strongBorder());
+    } else {
+        painter.fillRect(rect(), Theme::withOpacity(Theme::floating(), 1));
+        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, Theme::strongBorder());
+    }
+    return pixmap;
+}
+
+void FloatingPanel::paintEvent(QPaintEvent*) {
+    if (!floor_.shadow) {
+        return;
+    }
+    if (floorPixmap_.isNull()) {
+        floorPixmap_ = paintedFloor();
+    }
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, floorPixmap_);
+}
+
+void FloatingPanel::mousePressEvent(QMouseEvent* event) {
+    if (movable_ && event->button() == Qt::LeftButton) {
+        grip_ = event->globalPosition().toPoint() - pos();
+    }
+}
+
+void FloatingPanel::mouseMoveEvent(QMouseEvent* event) {
+    if (grip_) {
+        move(event->globalPosition().toPoint() - *grip_);
+    }
+}
+
+void FloatingPanel::mouseReleaseEvent(QMouseEvent*) {
+    grip_.reset();
+}
+
+} // namespace velmo

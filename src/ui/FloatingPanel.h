@@ -1,0 +1,80 @@
+#pragma once
+
+#include "ui/Shadow.h"
+
+#include <QPainterPath>
+#include <QPixmap>
+#include <QRegion>
+#include <QWidget>
+
+#include <optional>
+
+namespace velmo {
+
+/// How far in front a floating surface stands; a greater number covers a lesser one.
+enum class PanelLevel {
+    spotlight = 2,
+    bubble = 3, ///< bubbles, phone, presenter, drawing overlay
+    bar = 25,   ///< control bar, palette, teleprompter
+    countdown = 1000,
+};
+
+/// A surface that floats over everything, full-screen programs included, on every desktop, and never takes the
+/// focus from what is in front. Main thread.
+///
+/// It is seen as a card with a soft shadow; the room for the shadow belongs to the window and lets the mouse through.
+/// Without a compositing manager the card is opaque and has no shadow. Children are laid out inside the card: it is
+/// the contents rectangle.
+class FloatingPanel : public QWidget {
+    Q_OBJECT
+public:
+    struct Floor {
+        double radius = 16;
+        std::optional<Elevation> shadow = Elevation::floating; ///< absent: the panel paints itself, without a card
+    };
+
+    FloatingPanel(PanelLevel level, Floor floor);
+    ~FloatingPanel() override;
+
+    PanelLevel level() const { return level_; }
+    /// The card on the screen, in Qt's coordinates.
+    QRect cardGeometry() const;
+    void setCardGeometry(const QRect& card);
+    /// Mouse and touch go to what is behind.
+    void setClickThrough(bool through);
+    /// Dragging what is no control moves the panel.
+    void setMovableByBackground(bool movable) { movable_ = movable; }
+
+protected:
+    /// Where the card is, in own coordinates. A panel whose contents are more than one card overrides it.
+    virtual QRect card() const;
+    /// What takes the mouse, in own coordinates.
+    virtual QRegion mouseRegion() const;
+    /// All that is seen where no compositing manager makes the rest clear, in own coordinates.
+    virtual QPainterPath outline() const;
+    /// To be called when `card` or `mouseRegion` changed without a change of size.
+    void shapeChanged();
+    /// To be called when only `outline` changed.
+    void outlineChanged();
+
+    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void applyShape();
+    QPixmap paintedFloor() const;
+
+    const PanelLevel level_;
+    const Floor floor_;
+    bool clickThrough_ = false;
+    bool movable_ = false;
+    bool composited_ = true;
+    std::optional<QPoint> grip_; // where the pointer holds the window while dragging
+    QPixmap floorPixmap_;
+};
+
+} // namespace velmo

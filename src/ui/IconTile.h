@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QWidget>
+
+namespace velmo {
+
+/// A rounded tile of 42 points with an icon: what kind of message this is.
+class IconTile final : public QWidget {
+    Q_OBJECT
+public:
+    IconTile(QString symbol, QColor ink, QColor tint, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString symbol_;
+    QColor ink_;
+    QColor tint_;
+};
+
+} // namespace velmo

@@ -1,0 +1,132 @@
+#include "ui/Picker.h"
+
+#include "ui/Painting.h"
+#include "ui/PopupMenu.h"
+#include "ui/Symbol.h"
+#include "ui/Theme.h"
+#include "ui/Type.h"
+
+#include <QFocusEvent>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+constexpr int kHeight = 34;
+constexpr int kRadius = 9;
+constexpr int kPadding = 12;
+constexpr int kIcon = 16;
+constexpr int kGap = 10;
+
+} // namespace
+
+Picker::Picker(QString symbol, const QString& name, QWidget* parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)) {
+    setAccessibleName(name);
+    setFont(Type::font(TextStyle::body));
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(this, &QAbstractButton::clicked, this, &Picker::openMenu);
+}
+
+void Picker::setChoices(std::vector<Choice> choices, const QString& current) {
+    choices_ = std::move(choices);
+    const auto found =
+        std::find_if(choices_.begin(), choices_.end(), [&](const Choice& one) { return one.id == current; });
+    current_ = found == choices_.end() ? 0 : static_cast<std::size_t>(found - choices_.begin());
+    setText(choices_.empty() ? QString() : choices_[current_].title);
+    setToolTip(text());
+    update();
+}
+
+QString Picker::current() const {
+    return choices_.empty() ? QString() : choices_[current_].id;
+}
+
+QSize Picker::sizeHint() const {
+    return {180, kHeight};
+}
+
+void Picker::choose(std::size_t index) {
+    if (index < choices_.size() && index != current_) {
+        const QString id = choices_[index].id;
+        setChoices(std::exchange(choices_, {}), id);
+        emit picked(id);
+    }
+}
+
+void Picker::openMenu() {
+    emit opening();
+    auto* menu = new PopupMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setMinimumWidth(width());
+    for (std::size_t i = 0; i < choices_.size(); ++i) {
+        QAction* action = menu->addAction(choices_[i].title);
+        action->setCheckable(true);
+        action->setChecked(i == current_);
+        connect(action, &QAction::triggered, this, [this, i] { choose(i); });
+    }
+    menu->popup(mapToGlobal(QPoint(0, height() + 4)));
+}
+
+void Picker::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Down:
+        choose(current_ + 1);
+        break;
+    case Qt::Key_Up:
+        choose(current_ - 1); // from the first it wraps to an index that is none
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        openMenu();
+        break;
+    default:
+        QAbstractButton::keyPressEvent(event);
+    }
+}
+
+void Picker::focusInEvent(QFocusEvent* event) {
+    showsFocus_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    QAbstractButton::focusInEvent(event);
+}
+
+void Picker::focusOutEvent(QFocusEvent* event) {
+    showsFocus_ = false;
+    QAbstractButton::focusOutEvent(event);
+}
+
+void Picker::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = rect();
+    const bool hovered = isEnabled() && underMouse();
+    Painting::roundedBox(painter, box, kRadius, Theme::surface, hovered ? Theme::strongBorder() : Theme::border);
+    if (showsFocus_) {
+        Painting::roundedBox(painter, box, kRadius, Qt::transparent, Theme::skyBright);
+    }
+    double x = kPadding;
+    if (!symbol_.isEmpty()) {
+        Symbol::paint(painter, QRectF(x, 0, kIcon, height()), symbol_, kIcon,
+                      isEnabled() ? Theme::muted : Theme::disabledText());
+        x += kIcon + kGap;
+    }
+    const double right = width() - kPadding - kIcon;
+    Symbol::paint(painter, QRectF(right, 0, kIcon, height()), QStringLiteral("chevron.down"), kIcon, Theme::muted);
+    painter.setFont(font());
+    painter.setPen(isEnabled() ? Theme::sand : Theme::disabledText());
+    const QFontMetricsF metrics(font());
+    painter.drawText(QPointF(x, std::round(box.center().y() + metrics.capHeight() / 2)),
+                     metrics.elidedText(text(), Qt::ElideRight, right - x - kGap));
+}
+
+} // namespace velmo

@@ -1,0 +1,63 @@
+#include "ui/internal/X11Window.h"
+
+#include <QGuiApplication>
+#include <QRegion>
+#include <QWidget>
+
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+
+namespace velmo::X11Window {
+
+namespace {
+
+xcb_connection_t* connection() {
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+template <typename T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+} // namespace
+
+void setInputRegion(const QWidget& window, const QRegion& region) {
+    xcb_connection_t* x11 = connection();
+    if (x11 == nullptr) {
+        return;
+    }
+    const double ratio = window.devicePixelRatioF();
+    const auto pixels = [ratio](int points) { return std::lround(points * ratio); };
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const QRect& rect : region) {
+        rectangles.push_back({static_cast<std::int16_t>(pixels(rect.x())), static_cast<std::int16_t>(pixels(rect.y())),
+                              static_cast<std::uint16_t>(pixels(rect.width())),
+                              static_cast<std::uint16_t>(pixels(rect.height()))});
+    }
+    xcb_shape_rectangles(x11, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         static_cast<xcb_window_t>(window.winId()), 0, 0, static_cast<std::uint32_t>(rectangles.size()),
+                         rectangles.data());
+}
+
+bool isComposited() {
+    xcb_connection_t* x11 = connection();
+    if (x11 == nullptr) {
+        return true;
+    }
+    constexpr char kManager[] = "_NET_WM_CM_S0";
+    const Reply<xcb_intern_atom_reply_t> atom(
+        xcb_intern_atom_reply(x11, xcb_intern_atom(x11, 0, sizeof kManager - 1, kManager), nullptr), &std::free);
+    if (!atom) {
+        return false;
+    }
+    const Reply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(x11, xcb_get_selection_owner(x11, atom->atom), nullptr), &std::free);
+    return owner && owner->owner != XCB_NONE;
+}
+
+} // namespace velmo::X11Window

@@ -1,0 +1,52 @@
+#include "Allocations.h"
+#include "compositor/ZoomProcessor.h"
+#include "support/ManualClock.h"
+#include "support/Pictures.h"
+
+#include <gtest/gtest.h>
+#include <utility>
+
+namespace velmo {
+namespace {
+
+TEST(FramePath, TheCountSeesAnAllocation) {
+    const std::size_t before = test::allocationsOfThisThread();
+    const std::vector<int> one(1);
+    EXPECT_EQ(test::allocationsOfThisThread(), before + 1);
+}
+
+class FramePathAllocations : public ::testing::TestWithParam<PixelFormat> {};
+
+TEST_P(FramePathAllocations, AreNoneOnceTheFirstFrameIsThrough) {
+    test::ManualClock clock(10);
+    ZoomProcessor zoom(clock);
+    zoom.configure({0, 0, 1920, 1080});
+    zoom.setEnabled(true);
+    zoom.setSpotlight(true);
+    const FrameRef source = test::makePicture(GetParam(), 320, 180, test::Content::noise);
+    const FrameRef overlay = test::makePicture(PixelFormat::bgra, 16, 16, test::Content::noise);
+    std::vector<std::vector<BubbleInfo>> lists(300, std::vector<BubbleInfo>(3)); // the caller's own
+    zoom.setLevel(3);
+    zoom.stepTo(0);
+    zoom.stepTo(0.1);
+    ASSERT_TRUE(zoom.render(source, MediaTime::zero(), MediaTime(1, 30)));
+
+    const std::size_t before = test::allocationsOfThisThread();
+    int rendered = 0;
+    for (int i = 0; i < 300; ++i) {
+        zoom.update({i * 5.0, i * 3.0}, std::move(lists[static_cast<std::size_t>(i)]));
+        zoom.setLevel(1.5 + i % 100 / 40.0);
+        zoom.setSpotlight(i % 50 < 30);
+        zoom.setOverlay(i % 3, overlay);
+        zoom.stepTo(0.1 + i / 30.0);
+        rendered += zoom.needsProcessing() && zoom.isAnimating() ? 1 : 0;
+        rendered += zoom.render(source, MediaTime(i, 30), MediaTime(1, 30)) ? 1 : 0;
+    }
+    EXPECT_EQ(test::allocationsOfThisThread(), before);
+    EXPECT_GT(rendered, 300);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, FramePathAllocations, ::testing::Values(PixelFormat::nv12, PixelFormat::bgra));
+
+} // namespace
+} // namespace velmo
