@@ -5,6 +5,7 @@
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
 #include "app/DesktopFileChooser.h"
+#include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
@@ -23,6 +24,7 @@
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
 #include "panels/MicrophoneMonitor.h"
+#include "panels/SetupPanel.h"
 #include "platform/desktop/DesktopFileActions.h"
 #include "platform/desktop/QtDelayedCalls.h"
 #include "platform/desktop/QtDisplayReconfiguration.h"
@@ -90,6 +92,7 @@ struct Composition::Platform {
     DesktopFileActions files;
     DesktopFileChooser fileChooser;
     DesktopApplication application;
+    DesktopPointer pointer;
     GrantedPermissions permissions;
     XcbHotKeyService hotKeys;
     DisplayWatch displayWatch{displays, delayedCalls};
@@ -141,11 +144,13 @@ struct Composition::Session {
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
-          controlBar(recorder, &microphone) {}
+          controlBar(recorder, &microphone),
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}) {}
 
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
     ControlBar controlBar;
+    SetupPanel setupPanel;
 };
 
 Composition::Composition()
@@ -200,8 +205,10 @@ SessionServices Composition::sessionServices() {
 SessionSurfaces Composition::sessionSurfaces() {
     SessionSurfaces surfaces;
     surfaces.libraryWindow = &session_->rescue.libraryWindow();
+    surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.countdown = &surfaces_->countdown;
+    surfaces.pointer = &platform_->pointer;
     surfaces.microphoneLevel = &surfaces_->microphone;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;

@@ -7,6 +7,7 @@
 #include "ui/Type.h"
 
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace velmo {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kWidth = 580;
 constexpr int kLeastButton = 96;
+constexpr int kRoomyScreen = 800;  ///< high enough for rows of full height
 constexpr int kTableOverhang = 12; ///< the stripes begin left of the text
 
 QLabel* label(const QString& text, TextStyle style, const QColor& color) {
@@ -40,7 +42,11 @@ ShortcutsDialog::ShortcutsDialog(QWidget* parent) : DialogWindow(parent) {
     column->addWidget(label(Shortcuts::message(), TextStyle::title, Theme::sand));
     column->addWidget(label(Shortcuts::introduction(), TextStyle::body, Theme::muted));
     column->addSpacing(6);
-    column->addWidget(new ShortcutsTable, 1);
+    auto* table = new ShortcutsTable;
+    if (screen()->availableGeometry().height() >= kRoomyScreen) {
+        table->setMinimumHeight(table->sizeHint().height());
+    }
+    column->addWidget(table, 1);
     column->addSpacing(10);
     auto* done = new Button(ButtonStyle::primary, Shortcuts::button());
     done->setMinimumWidth(kLeastButton + 2 * Button::kRoom);

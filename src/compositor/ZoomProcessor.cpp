@@ -12,7 +12,6 @@ namespace {
 
 // What is smaller than these cannot be seen.
 constexpr double kLiveScale = 1.002;
-constexpr double kLiveAlpha = 0.001;
 constexpr double kLiveColumn = 0.001;
 
 constexpr std::size_t kUsualOverlays = 8;
@@ -109,9 +108,10 @@ void ZoomProcessor::setOverlay(int key, FrameRef frame) {
 }
 
 void ZoomProcessor::showBubble(double at, std::vector<Color> colors) {
+    auto shared = std::make_shared<const std::vector<Color>>(std::move(colors));
     const std::lock_guard guard(lock_);
     bubbleStart_ = at;
-    bubbleColors_.swap(colors);
+    bubbleColors_.swap(shared);
 }
 
 void ZoomProcessor::update(Point mouse, std::vector<BubbleInfo> bubbles) {
@@ -153,22 +153,25 @@ void ZoomProcessor::stepTo(double seconds) {
 bool ZoomProcessor::needsProcessing() const {
     const internal::SerialUse::Scope use(videoQueue_);
     const ZoomControls asked = controls();
-    return asked.enabled || asked.region || asked.spotlight || asked.columnOn || effectIsLive();
+    return asked.enabled || asked.region || asked.spotlight || asked.columnOn || livePointerFigure() ||
+           pictureIsChanged();
 }
 
 bool ZoomProcessor::isAnimating() const {
     const internal::SerialUse::Scope use(videoQueue_);
     const ZoomControls asked = controls();
-    return pointerBubbleIsVisible() || asked.columnOn || motion_.colT() > kLiveColumn || hasOverlays() ||
+    return livePointerFigure() || asked.columnOn || motion_.colT() > kLiveColumn || hasOverlays() ||
            motion_.isMoving(asked);
 }
 
 std::optional<Sample> ZoomProcessor::render(const FrameRef& source, MediaTime time, MediaTime duration) {
     const internal::SerialUse::Scope use(videoQueue_);
-    if (!source || !effectIsLive()) {
+    const internal::FrameContents contents{
+        {motion_.center(), motion_.scale()}, {motion_.spot(), motion_.spotAlpha()}, livePointerFigure()};
+    if (!source || (!contents.pointerFigure && !pictureIsChanged())) {
         return std::nullopt;
     }
-    return sample(renderer_->render(*source, {motion_.center(), motion_.scale()}), time, duration);
+    return sample(renderer_->render(*source, contents), time, duration);
 }
 
 std::optional<Sample> ZoomProcessor::sample(const FrameRef& from, MediaTime time, MediaTime duration) {
@@ -181,13 +184,20 @@ std::optional<Sample> ZoomProcessor::sample(const FrameRef& from, MediaTime time
     return made;
 }
 
-bool ZoomProcessor::pointerBubbleIsVisible() const {
+std::optional<internal::PointerFigure> ZoomProcessor::livePointerFigure() const {
     std::optional<double> start;
+    internal::PointerFigure figure;
     {
         const std::lock_guard guard(lock_);
         start = bubbleStart_;
+        figure.colors = bubbleColors_;
     }
-    return start && PointerBubble::isVisible(clock_.now().seconds() - *start);
+    if (!start) {
+        return std::nullopt;
+    }
+    figure.at = motion_.ringPos();
+    figure.age = clock_.now().seconds() - *start;
+    return PointerBubble::isVisible(figure.age) ? std::optional(std::move(figure)) : std::nullopt;
 }
 
 bool ZoomProcessor::hasOverlays() const {
@@ -198,9 +208,9 @@ bool ZoomProcessor::hasOverlays() const {
     });
 }
 
-bool ZoomProcessor::effectIsLive() const {
-    return motion_.scale() > kLiveScale || motion_.spotAlpha() > kLiveAlpha || motion_.colT() > kLiveColumn ||
-           pointerBubbleIsVisible() || hasOverlays();
+bool ZoomProcessor::pictureIsChanged() const {
+    return motion_.scale() > kLiveScale || motion_.spotAlpha() > internal::Spotlight::kLeastAlpha ||
+           motion_.colT() > kLiveColumn || hasOverlays();
 }
 
 } // namespace velmo

@@ -21,7 +21,8 @@ namespace velmo {
 
 namespace internal {
 class FrameRenderer;
-}
+struct PointerFigure;
+} // namespace internal
 
 /// Turns each captured screen frame into the frame that goes into the file.
 ///
@@ -98,6 +99,13 @@ public:
     ///     x = w * (c.x + ((i + 0.5) / w - 0.5) / s) - 0.5,   y = h * (c.y + ((j + 0.5) / h - 0.5) / s) - 0.5
     /// where whole numbers are the middles of units: each component is blended bilinearly from the four units around
     /// (x, y), coordinates outside the plane take its edge, and the result is rounded to the nearest code value.
+    ///
+    /// The law of effects. A place p of the screen lies in the frame at ((p - c) * s + 0.5) of its size. Round the
+    /// spot, what a unit is above black (chroma: away from grey) is multiplied by (m + (1 - m) * (1 - 0.78 a))^(1
+    /// / 2.2), where a is the opacity and m falls evenly from 1 at 0.17 of the frame's height to 0 at 1.45 times that;
+    /// distances are from the middle of the unit. The pointer bubble is drawn with its middle at its place, to a
+    /// fraction of a pixel, and laid over, code value by code value; a chroma unit takes the mean of the four pixels
+    /// that it covers.
     std::optional<Sample> render(const FrameRef& source, MediaTime time, MediaTime duration);
 
     /// A sample of an untouched picture. Absent without one. Any thread.
@@ -111,9 +119,9 @@ private:
         FrameRef frame;
     };
 
-    bool pointerBubbleIsVisible() const;
+    std::optional<internal::PointerFigure> livePointerFigure() const;
     bool hasOverlays() const;
-    bool effectIsLive() const;
+    bool pictureIsChanged() const;
 
     const Clock& clock_;
 
@@ -123,7 +131,7 @@ private:
     Rect screenFrame_{0, 0, 1, 1};
     std::vector<BubbleInfo> bubbles_;
     std::optional<double> bubbleStart_;
-    std::vector<Color> bubbleColors_;
+    std::shared_ptr<const std::vector<Color>> bubbleColors_;
     bool columnLeft_ = true;
     FrameRef cameraFrame_;
     std::optional<NameTagText> nameTag_;

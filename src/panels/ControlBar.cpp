@@ -10,9 +10,9 @@
 #include "ui/Button.h"
 #include "ui/Theme.h"
 
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPainter>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kRowHeight = 56;
 constexpr double kRadius = 18;
+constexpr int kBelowFlash = 8;
 constexpr int kAboveBottom = 18;
 constexpr int kFitAfter = 100; // ms
 
@@ -65,15 +66,18 @@ void ControlBar::build() {
     QMargins room = contentsMargins();
     room.setTop(0); // the flash's own room
     setContentsMargins(room);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->setSizeConstraint(QLayout::SetNoConstraint);
-    flash_ = new FlashStrip;
-    column->addWidget(flash_);
+    // One cell for both: the flash's shadow falls on the row.
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSizeConstraint(QLayout::SetNoConstraint);
+    grid->setRowMinimumHeight(0, FlashStrip::bottom() + kBelowFlash + kRowHeight);
     row_ = new QWidget;
     row_->setFixedHeight(kRowHeight);
-    column->addWidget(row_);
+    row_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    grid->addWidget(row_, 0, 0, Qt::AlignHCenter | Qt::AlignBottom);
+    flash_ = new FlashStrip;
+    grid->addWidget(flash_, 0, 0, Qt::AlignHCenter | Qt::AlignTop);
+    connect(flash_, &FlashStrip::stripChanged, this, &ControlBar::outlineChanged);
 
     auto* row = new QHBoxLayout(row_);
     row->setContentsMargins(16, 0, 8, 0);
@@ -153,14 +157,26 @@ QRect ControlBar::card() const {
     return row_ != nullptr ? row_->geometry() : contentsRect();
 }
 
+QPainterPath ControlBar::outline() const {
+    QPainterPath path = FloatingPanel::outline();
+    const QRectF strip = flash_->seenStrip().translated(flash_->pos());
+    if (!strip.isEmpty()) {
+        path.addRoundedRect(strip, strip.height() / 2, strip.height() / 2);
+    }
+    return path;
+}
+
 void ControlBar::fitToContent() {
+    row_->layout()->activate();
     layout()->activate();
-    const QSize wanted = layout()->totalSizeHint().grownBy(contentsMargins()).expandedTo({kLeastWidth, kLeastHeight});
+    const QSize wanted = layout()->totalSizeHint().expandedTo({kLeastWidth, kLeastHeight});
     if (wanted != size()) {
         const QRect now = geometry();
         setGeometry(now.center().x() + 1 - wanted.width() / 2, now.bottom() + 1 - wanted.height(), wanted.width(),
                     wanted.height());
     }
+    layout()->activate();
+    shapeChanged();
 }
 
 void ControlBar::show(const Screen& screen) {

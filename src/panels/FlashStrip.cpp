@@ -23,7 +23,8 @@ constexpr int kPadding = 16;
 constexpr int kIcon = 16;
 constexpr int kGap = 8;
 constexpr int kShadowAbove = 10;
-constexpr int kShadowBelow = 8; // what stands between the strip and the bar
+constexpr int kShadowBeside = 16;
+constexpr int kShadowBelow = 22;
 
 struct Kind {
     const char* begin;
@@ -39,9 +40,13 @@ constexpr Kind kKinds[] = {
 } // namespace
 
 FlashStrip::FlashStrip(QWidget* parent)
-    : QWidget(parent), seen_(this, kIn, QEasingCurve::OutCubic, [this] { update(); }) {
-    setFixedHeight(kShadowAbove + kHeight + kShadowBelow);
+    : QWidget(parent), seen_(this, kIn, QEasingCurve::OutCubic, [this] { step(); }) {
+    setFixedSize(kMostWidth + 2 * kShadowBeside, kShadowAbove + kHeight + kShadowBelow);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+int FlashStrip::bottom() {
+    return kShadowAbove + kHeight;
 }
 
 QString FlashStrip::symbolFor(const QString& text) {
@@ -58,7 +63,15 @@ void FlashStrip::setFlash(const std::optional<QString>& text) {
     seen_.setDuration(text ? kIn : kOut);
     seen_.setEasingCurve(text ? QEasingCurve::OutCubic : QEasingCurve::InCubic);
     seen_.moveTo(text ? 1 : 0);
+    step();
+}
+
+void FlashStrip::step() {
     update();
+    if (const QRectF seen = seenStrip(); seen != announced_) {
+        announced_ = seen;
+        emit stripChanged();
+    }
 }
 
 QRectF FlashStrip::strip() const {

@@ -73,7 +73,7 @@ void AlertDialog::addText(const Content& content, QVBoxLayout& column) {
 
 void AlertDialog::addButtons(const Content& content, QVBoxLayout& column) {
     auto* row = new QHBoxLayout;
-    row->setSpacing(8 - 2 * Button::kRoom + Button::kRoom);
+    row->setSpacing(0); // twice the buttons' own room
     row->addStretch();
     const int count = static_cast<int>(content.buttons.size());
     buttons_.resize(static_cast<std::size_t>(count));
@@ -96,7 +96,11 @@ void AlertDialog::showEvent(QShowEvent* event) {
     if (!buttons_.empty()) {
         Button* focused = first_ == First::isDestructive ? buttons_.back() : buttons_.front();
         // The ring tells which answer Return gives; a lone button needs none.
-        focused->setFocus(buttons_.size() > 1 ? Qt::TabFocusReason : Qt::OtherFocusReason);
+        if (buttons_.size() > 1) {
+            focused->focusVisibly();
+        } else {
+            focused->setFocus();
+        }
     }
 }
 

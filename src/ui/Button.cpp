@@ -43,7 +43,7 @@ Measures measures(ButtonStyle style) {
 }
 
 constexpr int kGap = 8;
-constexpr int kGlowBelow = 12;
+constexpr int kGlowBelow = 16;
 
 /// Fills at rest, under the pointer and pressed.
 struct Fills {
@@ -144,14 +144,22 @@ void Button::leaveEvent(QEvent* event) {
     QAbstractButton::leaveEvent(event);
 }
 
+void Button::focusVisibly() {
+    showsFocus_ = true;
+    setFocus(Qt::TabFocusReason);
+}
+
 void Button::focusInEvent(QFocusEvent* event) {
-    showsFocus_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (event->reason() != Qt::ActiveWindowFocusReason) {
+        showsFocus_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    }
     QAbstractButton::focusInEvent(event);
     update();
 }
 
 void Button::focusOutEvent(QFocusEvent* event) {
-    showsFocus_ = false;
+    // A window that comes back shows the focus as it did.
+    showsFocus_ = showsFocus_ && event->reason() == Qt::ActiveWindowFocusReason;
     QAbstractButton::focusOutEvent(event);
     update();
 }
@@ -165,7 +173,7 @@ void Button::paintEvent(QPaintEvent*) {
     } else {
         paintFloor(painter, box);
     }
-    if (showsFocus_) {
+    if (showsFocus_ && hasFocus()) {
         Painting::focusRing(painter, box, measures(style_).radius);
     }
     paintContent(painter, box);

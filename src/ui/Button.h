@@ -30,6 +30,9 @@ public:
     /// Quieter icon, for what is used rarely.
     void setSubdued(bool subdued);
 
+    /// Takes the focus and shows it, as a press of Tab does.
+    void focusVisibly();
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
     /// Where the button is seen, without the room for glow and focus ring.

@@ -65,6 +65,7 @@ void Picker::choose(std::size_t index) {
 }
 
 void Picker::openMenu() {
+    emit opening();
     auto* menu = new PopupMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setMinimumWidth(width());

@@ -30,6 +30,8 @@ public:
     QSize sizeHint() const override;
 
 signals:
+    /// The menu is about to open: the choices can still be brought up to date.
+    void opening();
     /// Chosen by the user.
     void picked(const QString& id);
 

@@ -24,8 +24,15 @@ struct Layer {
 constexpr Layer kHover[] = {{6, 16, 0.35}};
 constexpr Layer kFloating[] = {{10, 26, 0.42}, {2, 6, 0.30}};
 constexpr Layer kDialog[] = {{18, 48, 0.50}};
-constexpr Layer kGlow = {6, 18, 0.45};
-constexpr double kGlowReach = 12;
+// Narrower than the button, so that it has faded out where the button's own room ends.
+constexpr Layer kGlow = {5, 13, 0.45};
+constexpr double kGlowInset = 13;
+constexpr double kGlowReach = 16;
+
+/// How far out a blur is still seen; even, since the masks are at half size.
+double reach(double blurWidth) {
+    return 2 * std::ceil(1.25 * blurWidth / 2);
+}
 
 std::span<const Layer> layers(Elevation elevation) {
     switch (elevation) {
@@ -77,7 +84,8 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     if (QPixmap* found = cache.object(key)) {
         return *found;
     }
-    const double corner = radius + 2 * blurWidth;
+    const double out = reach(blurWidth);
+    const double corner = radius + 2 * out;
     const int side = static_cast<int>(std::ceil(2 * corner + 4)) / 2;
     QImage alpha(side, side, QImage::Format_Alpha8);
     alpha.fill(0);
@@ -86,11 +94,10 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     painter.scale(0.5, 0.5);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
-    painter.drawRoundedRect(QRectF(blurWidth, blurWidth, 2 * side - 2 * blurWidth, 2 * side - 2 * blurWidth), radius,
-                            radius);
+    painter.drawRoundedRect(QRectF(out, out, 2 * side - 2 * out, 2 * side - 2 * out), radius, radius);
     painter.end();
-    // Three boxes of this width come close to a Gauss of sigma blur / 2, at half size.
-    blur(alpha, std::max(1, static_cast<int>(std::lround(blurWidth / 4))));
+    // Three boxes, at half size, that together reach just that far.
+    blur(alpha, std::max(1, static_cast<int>(out / 6)));
     QImage tinted(side, side, QImage::Format_ARGB32_Premultiplied);
     tinted.fill(0);
     QPainter tint(&tinted);
@@ -105,10 +112,13 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
 
 void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Layer& layer, QColor color) {
     color.setAlphaF(static_cast<float>(layer.opacity));
-    const double corner =
-        std::min({radius + 2 * layer.blur, shape.width() / 2 + layer.blur, shape.height() / 2 + layer.blur});
-    const QPixmap& source = patch(std::min({radius, shape.width() / 2, shape.height() / 2}), layer.blur, color);
-    const QRectF target = shape.translated(0, layer.down).adjusted(-layer.blur, -layer.blur, layer.blur, layer.blur);
+    const double out = reach(layer.blur);
+    const double shapeRadius = std::min({radius, shape.width() / 2, shape.height() / 2});
+    // Even as well: where two pieces meet between pixels a line is seen.
+    const double most = std::min({shapeRadius + 2 * out, shape.width() / 2 + out, shape.height() / 2 + out});
+    const double corner = 2 * std::floor(most / 2);
+    const QPixmap& source = patch(shapeRadius, layer.blur, color);
+    const QRectF target = shape.translated(0, layer.down).adjusted(-out, -out, out, out);
     const double side = source.width();
     const double cut = corner / 2;
     const double xs[] = {target.left(), target.left() + corner, target.right() - corner, target.right()};
@@ -133,7 +143,7 @@ void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Lay
 QMargins margins(Elevation elevation) {
     QMargins room;
     for (const Layer& layer : layers(elevation)) {
-        const int around = static_cast<int>(layer.blur);
+        const int around = static_cast<int>(std::ceil(reach(layer.blur)));
         const int down = static_cast<int>(layer.down);
         room = QMargins(std::max(room.left(), around), std::max(room.top(), around - down),
                         std::max(room.right(), around), std::max(room.bottom(), around + down));
@@ -150,7 +160,7 @@ void paint(QPainter& painter, const QRectF& shape, double radius, Elevation elev
 void paintGlow(QPainter& painter, const QRectF& shape, double radius, const QColor& color) {
     painter.save();
     painter.setClipRect(shape.adjusted(-kGlow.blur, 0, kGlow.blur, kGlowReach), Qt::IntersectClip);
-    paintLayer(painter, shape, radius, kGlow, color);
+    paintLayer(painter, shape.adjusted(kGlowInset, 0, -kGlowInset, 0), radius, kGlow, color);
     painter.restore();
 }
 

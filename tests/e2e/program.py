@@ -80,7 +80,7 @@ class Program:
     def windows(self):
         """Visible windows of the program: id -> (x, y, width, height)."""
         found = {}
-        for window in output("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--name", "").split():
+        for window in output("xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid), "--name", "").split():
             shown = output("xwininfo", "-id", window)
             numbers = [re.search(pattern, shown) for pattern in
                        (r"upper-left X: +(-?\d+)", r"upper-left Y: +(-?\d+)", r"Width: (\d+)", r"Height: (\d+)")]
@@ -89,9 +89,9 @@ class Program:
         return found
 
     def library_window(self):
-        for window in output("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--name", "Velmo Studio").split():
-            return window
-        return None
+        """The home window, when it shows: of the program's windows the one that is managed and large."""
+        return next((window for window, area in self.windows().items()
+                     if area[2] > 800 and area[3] > 500 and "Velmo Studio" in output("xdotool", "getwindowname", window)), None)
 
     def videos(self):
         return sorted(glob.glob(os.path.join(self.library, "*.mp4")))

@@ -4,14 +4,23 @@
 
 namespace velmo::internal {
 
-FrameRef FrameRenderer::render(const PixelBuffer& source, const CropWindow& window) {
+FrameRef FrameRenderer::render(const PixelBuffer& source, const FrameContents& contents) {
     FrameRef target = pool_.takeLike(source);
     if (!target) {
         return nullptr;
     }
-    screen_.prepare(source, window);
+    const CropWindow& window = contents.window;
     LayerList layers;
+    screen_.prepare(source, window);
     layers.add(screen_);
+    if (contents.spotlight.isLive()) {
+        spotlight_.prepare(contents.spotlight, window, source.width(), source.height());
+        layers.add(spotlight_);
+    }
+    if (contents.pointerFigure &&
+        pointerBubble_.prepare(*contents.pointerFigure, window, source.width(), source.height())) {
+        layers.add(pointerBubble_);
+    }
     layers.paint(*target);
     return target;
 }

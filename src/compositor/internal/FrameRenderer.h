@@ -1,8 +1,10 @@
 #pragma once
 
 #include "compositor/internal/CropLayer.h"
-#include "compositor/internal/CropWindow.h"
+#include "compositor/internal/FrameContents.h"
 #include "compositor/internal/OutputPool.h"
+#include "compositor/internal/PointerBubbleLayer.h"
+#include "compositor/internal/SpotlightLayer.h"
 #include "media/PixelBuffer.h"
 
 namespace velmo::internal {
@@ -12,12 +14,15 @@ class FrameRenderer {
 public:
     explicit FrameRenderer(OutputPool::Maker makePool) : pool_(makePool) {}
 
-    /// Null when no buffer can be had. Allocates only when the size or the format changes.
-    FrameRef render(const PixelBuffer& source, const CropWindow& window);
+    /// Null when no buffer can be had. Allocates only when the size or the format changes, and to draw the figure on
+    /// the pointer.
+    FrameRef render(const PixelBuffer& source, const FrameContents& contents);
 
 private:
     OutputPool pool_;
     CropLayer screen_;
+    SpotlightLayer spotlight_;
+    PointerBubbleLayer pointerBubble_;
 };
 
 } // namespace velmo::internal

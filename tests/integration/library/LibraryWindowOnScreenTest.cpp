@@ -75,8 +75,9 @@ protected:
             image = window->screen()->grabWindow(window->winId()).toImage();
             return image.pixelColor(image.width() / 2, image.height() - 4) == Theme::navy;
         });
-        QDir().mkpath(QStringLiteral("test-pictures"));
-        image.save(QStringLiteral("test-pictures/%1.png").arg(QLatin1String(name)));
+        const QString folderOfPictures = QCoreApplication::applicationDirPath() + QStringLiteral("/../test-pictures");
+        QDir().mkpath(folderOfPictures);
+        image.save(QStringLiteral("%1/%2.png").arg(folderOfPictures, QLatin1String(name)));
         return image;
     }
 

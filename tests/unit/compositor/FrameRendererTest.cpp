@@ -25,7 +25,7 @@ FrameRenderer makeRenderer() {
 
 void expectAgreement(FrameRenderer& renderer, const FrameRef& source, const CropWindow& window,
                      const std::string& name) {
-    const FrameRef actual = renderer.render(*source, window);
+    const FrameRef actual = renderer.render(*source, {window, {}, {}});
     ASSERT_TRUE(actual);
     const FrameRef expected = test::referenceRender(*source, window.center, window.scale);
     ASSERT_TRUE(picturesAgree(*actual, *expected, 1, name))
@@ -92,7 +92,8 @@ TEST(FrameRenderer, AScaleBelowOneCountsAsOne) {
     FrameRenderer renderer = makeRenderer();
     const FrameRef source = makePicture(PixelFormat::nv12, 50, 40, Content::noise);
     for (const double scale : {0.5, 0.0, -3.0}) {
-        EXPECT_TRUE(picturesAgree(*renderer.render(*source, {{0.5, 0.5}, scale}), *source, 0, "scale-below-one"));
+        EXPECT_TRUE(
+            picturesAgree(*renderer.render(*source, {{{0.5, 0.5}, scale}, {}, {}}), *source, 0, "scale-below-one"));
     }
 }
 
@@ -102,14 +103,14 @@ TEST(FrameRenderer, TheWholeScreenIsCopiedExactlyAndAFlatOneStaysFlat) {
         const FrameRef source = makePicture(format, 77, 33, Content::noise);
         EXPECT_TRUE(picturesAgree(*renderer.render(*source, {}), *source, 0, "whole-screen"));
         const FrameRef flat = makePicture(format, 77, 33, Content::flat, 99);
-        EXPECT_TRUE(picturesAgree(*renderer.render(*flat, {{0.4, 0.7}, 3.3}), *flat, 0, "flat"));
+        EXPECT_TRUE(picturesAgree(*renderer.render(*flat, {{{0.4, 0.7}, 3.3}, {}, {}}), *flat, 0, "flat"));
     }
 }
 
 TEST(FrameRenderer, TheWindowMovesWithItsOwnSteps) {
     FrameRenderer renderer = makeRenderer();
     const FrameRef source = makePicture(PixelFormat::nv12, 128, 96, Content::gradient);
-    renderer.render(*source, {{0.5, 0.5}, 2});
+    renderer.render(*source, {{{0.5, 0.5}, 2}, {}, {}});
     for (const CropWindow& window : {CropWindow{{0.5, 0.6}, 2}, CropWindow{{0.4, 0.6}, 2}, CropWindow{{0.4, 0.6}, 1},
                                      CropWindow{{0.5, 0.5}, 1}, CropWindow{{0.5, 0.5}, 2}}) {
         ASSERT_NO_FATAL_FAILURE(expectAgreement(renderer, source, window, "moved-window"));

@@ -34,8 +34,14 @@ public:
     }
 
     void advance(double seconds) {
-        const double target = seconds_ + seconds;
         settle();
+        advanceUnsettled(seconds, [] { settle(); });
+    }
+
+    /// What the timers schedule stays in the event loop, unless `between` runs it.
+    void advanceUnsettled(
+        double seconds, const std::function<void()>& between = [] {}) {
+        const double target = seconds_ + seconds;
         for (auto next = earliest(target); next != entries_.end(); next = earliest(target)) {
             moveTo(std::max(seconds_, next->due));
             const std::function<void()> call = next->call;
@@ -45,7 +51,7 @@ public:
                 entries_.erase(next);
             }
             call();
-            settle();
+            between();
         }
         moveTo(target);
     }

@@ -224,6 +224,17 @@ TEST_F(SessionState, TheShownTimeMovesFourTimesASecond) {
     EXPECT_THAT(shown, ElementsAre(0.25, 0.5, 0.75, 1.0));
 }
 
+TEST_F(SessionState, ATickUnderWayAtTheStopDoesNotMoveTheTime) {
+    record();
+    advance(1);
+    timers.advanceUnsettled(0.25);
+    script.stopIsHeld = true;
+    controller->stop();
+    clock.advance(5);
+    settle();
+    EXPECT_EQ(controller->elapsed(), 1);
+}
+
 TEST_F(SessionState, AStopWhilePausedHasNoOpenSegment) {
     record();
     advance(7.5);

@@ -20,8 +20,8 @@ std::optional<std::int64_t> FramePacer::due() const {
         return firstDamage_;
     }
     const std::int64_t settled = *firstDamage_ + std::min(kSettleTime, interval_ / 8);
-    const double missing = std::max(0.0, kNeededCredit - credit_);
-    return std::max(settled, creditTime_ + static_cast<std::int64_t>(missing * static_cast<double>(interval_)));
+    const double intervals = std::max(kLeastGap, kNeededCredit - credit_);
+    return std::max(settled, creditTime_ + static_cast<std::int64_t>(intervals * static_cast<double>(interval_)));
 }
 
 void FramePacer::delivered(std::int64_t now) {

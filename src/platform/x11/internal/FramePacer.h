@@ -9,13 +9,15 @@ namespace velmo::x11 {
 ///
 /// A picture follows what is painted, shortly after it, and not a grid of its own: a grid that beats against an
 /// application's timer takes one of its pictures twice and misses the next. The rate is kept by credit: each picture
-/// costs 1, an interval earns 1, and up to `kMaxCredit` is saved, so a picture painted early because the one before
-/// was late still goes at once. Over any time t there are at most t / interval + `kMaxCredit` pictures.
+/// costs 1, an interval earns 1, and up to `kMaxCredit` is saved, so pictures painted early because the ones before
+/// were late still go at once. Over any time t there are at most t / interval + `kMaxCredit` pictures.
 class FramePacer {
 public:
-    static constexpr double kMaxCredit = 1.5;
+    static constexpr double kMaxCredit = 2.5;
     /// Enough credit to go: what is missing is paid by the next interval.
     static constexpr double kNeededCredit = 0.85;
+    /// However much credit there is, pictures are this part of an interval apart.
+    static constexpr double kLeastGap = 0.35;
     /// Painting has this long to come to its end before the picture is taken.
     static constexpr std::int64_t kSettleTime = 2'000'000;
 
@@ -41,7 +43,7 @@ private:
     std::optional<std::int64_t> firstDamage_;
     bool demanded_ = false;
     double credit_ = kMaxCredit;
-    std::int64_t creditTime_ = 0;
+    std::int64_t creditTime_ = 0; ///< when `credit_` held: at the last picture
 };
 
 } // namespace velmo::x11

@@ -99,7 +99,12 @@ Region WindowComposer::compose() {
     }
     planLayers(dirty);
     paintUnderneath(underneath_);
+    tracker_.askForLateDamage();
     paintLayers();
+    Region late = tracker_.takeLateDamage();
+    late.subtract(dirty);
+    late.intersect(frame_);
+    unread_.add(late);
     dirty.translate(-frame_.x, -frame_.y);
     return dirty;
 }

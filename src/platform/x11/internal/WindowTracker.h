@@ -32,6 +32,11 @@ public:
     /// Brings everything up to date with the server, up to the events handled, and returns what changed since the
     /// last call, in root pixels. What opaque windows hide is left out of it.
     Region update();
+    /// What is painted between `update` and the reading of pixels is in those pixels, yet it would be reported as a
+    /// change and shown twice. So: ask right before the pixels are asked for, in the same exchange, and take what was
+    /// painted in between, in root pixels, once they are there. It is not reported again.
+    void askForLateDamage();
+    Region takeLateDamage();
     /// The pixels of `window` could not be read: its pixmap is named again at the next update.
     void pixelsWereRefused(TrackedWindow& window) { window.pixmapAgain = true; }
 
@@ -59,6 +64,7 @@ private:
     void prepareToRead(TrackedWindow& window);
     void listVisible();
     void collectDamage();
+    void askForDamage(TrackedWindow& window);
     void fetchDamage(std::vector<std::pair<TrackedWindow*, Region>>& into);
 
     XConnection& connection_;
@@ -70,6 +76,8 @@ private:
     Region dirty_;
     std::optional<std::uint32_t> startSequence_; ///< until the first event after it: older ones are in what was read
     std::uint32_t fixesRegion_ = 0;
+    std::vector<TrackedWindow*> damagedNow_;                 ///< those of the latest update
+    std::vector<std::pair<TrackedWindow*, unsigned>> asked_; ///< with the sequence numbers of the replies to come
 };
 
 } // namespace velmo::x11

@@ -114,20 +114,44 @@ void WindowTracker::collectDamage() {
 }
 
 void WindowTracker::fetchDamage(std::vector<std::pair<TrackedWindow*, Region>>& into) {
-    xcb_connection_t* xcb = connection_.xcb();
-    std::vector<std::pair<TrackedWindow*, xcb_xfixes_fetch_region_cookie_t>> asked;
+    damagedNow_.clear();
     for (auto it = visible_.rbegin(); it != visible_.rend(); ++it) {
-        TrackedWindow& window = **it;
-        if (std::exchange(window.damaged, false)) {
-            xcb_damage_subtract(xcb, window.damage, XCB_NONE, fixesRegion_);
-            asked.emplace_back(&window, xcb_xfixes_fetch_region(xcb, fixesRegion_));
+        if (std::exchange((*it)->damaged, false)) {
+            damagedNow_.push_back(*it);
+            askForDamage(**it);
         }
     }
-    for (const auto& [window, cookie] : asked) {
-        if (const auto reply = take(xcb_xfixes_fetch_region_reply, xcb, cookie)) {
+    for (const auto& [window, sequence] : asked_) {
+        const xcb_xfixes_fetch_region_cookie_t cookie{sequence};
+        if (const auto reply = take(xcb_xfixes_fetch_region_reply, connection_.xcb(), cookie)) {
             into.emplace_back(window, damageOnRoot(*reply, *window));
         }
     }
+    asked_.clear();
+}
+
+void WindowTracker::askForDamage(TrackedWindow& window) {
+    xcb_damage_subtract(connection_.xcb(), window.damage, XCB_NONE, fixesRegion_);
+    asked_.emplace_back(&window, xcb_xfixes_fetch_region(connection_.xcb(), fixesRegion_).sequence);
+}
+
+void WindowTracker::askForLateDamage() {
+    for (TrackedWindow* window : damagedNow_) {
+        askForDamage(*window);
+    }
+    damagedNow_.clear();
+}
+
+Region WindowTracker::takeLateDamage() {
+    Region late;
+    for (const auto& [window, sequence] : asked_) {
+        const xcb_xfixes_fetch_region_cookie_t cookie{sequence};
+        if (const auto reply = take(xcb_xfixes_fetch_region_reply, connection_.xcb(), cookie)) {
+            late.add(damageOnRoot(*reply, *window));
+        }
+    }
+    asked_.clear();
+    return late;
 }
 
 } // namespace velmo::x11

@@ -1,0 +1,51 @@
+#include "ui/ModeTile.h"
+
+#include "ui/Painting.h"
+#include "ui/Symbol.h"
+#include "ui/Theme.h"
+#include "ui/Type.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+constexpr int kHeight = 72;
+constexpr int kIcon = 24;
+
+} // namespace
+
+ModeTile::ModeTile(QString symbol, const QString& text, QWidget* parent)
+    : QAbstractButton(parent), symbol_(std::move(symbol)) {
+    setText(text);
+    setCheckable(true);
+    setAutoExclusive(true);
+    setCursor(Qt::PointingHandCursor);
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize ModeTile::sizeHint() const {
+    const QFontMetricsF metrics(Type::font(TextStyle::strong));
+    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(text()))) + 20, kHeight};
+}
+
+void ModeTile::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QColor fill = isChecked() ? Theme::chosen() : underMouse() ? Theme::surface2 : Theme::surface;
+    Painting::roundedBox(painter, rect(), 12, fill, isChecked() ? Theme::chosenOutline() : Theme::border);
+    if (hasFocus() && !isChecked()) {
+        Painting::roundedBox(painter, rect(), 12, Qt::transparent, Theme::skyBright);
+    }
+    Symbol::paint(painter, QRectF(0, 12, width(), kIcon), symbol_, kIcon, isChecked() ? Theme::sky : Theme::muted);
+    painter.setFont(Type::font(isChecked() ? TextStyle::strong : TextStyle::label));
+    painter.setPen(isChecked() ? Theme::sand : Theme::muted);
+    painter.drawText(QRectF(0, 42, width(), 20), Qt::AlignCenter, text());
+}
+
+} // namespace velmo

@@ -1,0 +1,50 @@
+#include "ui/SwitchRow.h"
+
+#include "ui/Label.h"
+#include "ui/Switch.h"
+#include "ui/Theme.h"
+
+#include <QGridLayout>
+#include <QMouseEvent>
+
+namespace velmo {
+
+namespace {
+
+constexpr int kSwitchColumn = 46;
+
+} // namespace
+
+SwitchRow::SwitchRow(const QString& text, const QString& hint, QWidget* parent)
+    : QWidget(parent), switch_(new Switch(text)) {
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(2);
+    grid->addWidget(makeWrappedLabel(text, TextStyle::label, Theme::sand), 0, 0);
+    grid->addWidget(switch_, 0, 1, Qt::AlignRight | Qt::AlignVCenter);
+    if (!hint.isEmpty()) {
+        grid->addWidget(makeWrappedLabel(hint, TextStyle::caption, Theme::muted), 1, 0);
+        switch_->setAccessibleDescription(hint);
+    }
+    grid->setColumnStretch(0, 1);
+    grid->setColumnMinimumWidth(1, kSwitchColumn);
+    // Clicked, not toggled: what the program sets itself is no news.
+    connect(switch_, &QAbstractButton::clicked, this, &SwitchRow::switched);
+}
+
+void SwitchRow::setOn(bool on) {
+    switch_->setChecked(on);
+}
+
+bool SwitchRow::isOn() const {
+    return switch_->isChecked();
+}
+
+void SwitchRow::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+        switch_->click();
+    }
+}
+
+} // namespace velmo

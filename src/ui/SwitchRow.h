@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+namespace velmo {
+
+class Switch;
+
+/// A switch with what names it and, below, a hint that may be empty. A click on the words switches too.
+class SwitchRow final : public QWidget {
+    Q_OBJECT
+public:
+    SwitchRow(const QString& text, const QString& hint, QWidget* parent = nullptr);
+
+    void setOn(bool on);
+    bool isOn() const;
+
+signals:
+    /// By the user.
+    void switched(bool on);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    Switch* switch_;
+};
+
+} // namespace velmo

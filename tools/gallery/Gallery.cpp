@@ -1,0 +1,254 @@
+// velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
+
+#include "panels/Alerts.h"
+#include "panels/ControlBar.h"
+#include "panels/CountdownWindow.h"
+#include "panels/MicrophoneMonitor.h"
+#include "panels/ScreenPlace.h"
+#include "panels/SetupPanel.h"
+#include "session/QtTimers.h"
+#include "ui/AlertDialog.h"
+#include "ui/Look.h"
+#include "ui/Symbol.h"
+#include "ui/Theme.h"
+#include "unit/session/World.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QLabel>
+#include <QPainter>
+#include <QScreen>
+#include <QTimer>
+
+#include <cmath>
+#include <cstdio>
+#include <functional>
+
+namespace velmo {
+namespace {
+
+void wait(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// Two microphones, of which each says one loud second.
+class SpeakingMicrophones final : public AudioInputService {
+public:
+    std::vector<AudioDevice> microphones() const override {
+        return {{"internal", "Micrófono interno · HDA Intel PCH"},
+                {"usb", "Blue Yeti con un nombre que no cabe entero"}};
+    }
+    std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
+    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue& queue,
+                                                       Handler handler) override {
+        Sample sample;
+        sample.timing.presentation = MediaTime::zero();
+        sample.audio = AudioBuffer::create({}, 960);
+        std::fill(sample.audio->floats().begin(), sample.audio->floats().end(), 0.08F);
+        queue.async([handler = std::move(handler), sample] { handler(sample); });
+        return std::unique_ptr<AudioInput>(std::make_unique<Input>());
+    }
+    Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
+
+private:
+    class Input final : public AudioInput {};
+};
+
+/// What lies behind the surfaces: bright on the left, dark on the right.
+class Backdrop final : public QWidget {
+public:
+    Backdrop()
+        : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnBottomHint | Qt::X11BypassWindowManagerHint) {
+        setGeometry(QGuiApplication::primaryScreen()->geometry());
+        show();
+        lower();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), QColor(0x5a646b));
+        painter.fillRect(QRect(0, 0, width() / 2, height()), Qt::white);
+        painter.setPen(Qt::black);
+        painter.setFont(Theme::headline(60));
+        painter.drawText(120, 240, QStringLiteral("Derivada direccional"));
+    }
+};
+
+class Gallery final : public test::World {
+public:
+    explicit Gallery(QDir folder) : folder_(std::move(folder)) {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        screens.screens = {{1, {0, 0, double(screen.width()), double(screen.height())}, 1},
+                           {2, {double(screen.width()), 0, 2560, 1440}, 1}};
+    }
+
+    void showAll() {
+        symbols();
+        setup();
+        controlBar();
+        countdownWindow();
+        dialogs();
+    }
+
+private:
+    void TestBody() override {}
+
+    void save(const QString& name, const std::function<QRect()>& placeOf) {
+        wait(450);
+        const QRect place = placeOf();
+        const QRect all = QGuiApplication::primaryScreen()->geometry();
+        const QRect part = place.marginsAdded(QMargins(40, 60, 40, 60)) & all;
+        const QPixmap picture =
+            QGuiApplication::primaryScreen()->grabWindow(0, part.x(), part.y(), part.width(), part.height());
+        const QString path = folder_.filePath(name + QStringLiteral(".png"));
+        picture.save(path);
+        std::printf("%s at %d,%d\n", qPrintable(path), place.x(), place.y());
+    }
+
+    void symbols() {
+        QWidget sheet(nullptr, Qt::FramelessWindowHint);
+        sheet.setFixedSize(10 * 110, 7 * 70);
+        QPixmap picture(sheet.size());
+        picture.fill(Theme::navy);
+        QPainter painter(&picture);
+        int index = 0;
+        for (const QString& name : Symbol::names()) {
+            const QRectF cell(index % 10 * 110, index / 10 * 70, 110, 70);
+            Symbol::paint(painter, cell.adjusted(0, 0, -50, -20), name, 24, Theme::sand);
+            Symbol::paint(painter, cell.adjusted(50, 0, 0, -20), name, 16, Theme::sky);
+            painter.setPen(Theme::muted);
+            QFont small = painter.font();
+            small.setPixelSize(8);
+            painter.setFont(small);
+            painter.drawText(cell.adjusted(0, 50, 0, 0), Qt::AlignCenter, name);
+            ++index;
+        }
+        painter.end();
+        picture.save(folder_.filePath(QStringLiteral("symbols.png")));
+    }
+
+    void setup() {
+        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        SetupPanel panel({*controller, prefs, speaking_, screens, monitor, {RecordMode::screen}});
+        controller->openSetup();
+        test::settle();
+        panel.show();
+        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
+        save(QStringLiteral("setup-basic"), place);
+        store.setBoolean(QStringLiteral("panel.fuentes"), true);
+        store.setBoolean(QStringLiteral("panel.mas"), true);
+        SetupPanel more({*controller,
+                         prefs,
+                         speaking_,
+                         screens,
+                         monitor,
+                         {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
+        const auto morePlace = [&more] { return more.card().translated(more.pos()); };
+        panel.hide();
+        more.show();
+        save(QStringLiteral("setup-more"), morePlace);
+        prefs.micID = QStringLiteral("none");
+        prefs.videoQuality = VideoQuality::fullHD;
+        prefs.systemAudio = true;
+        save(QStringLiteral("setup-no-microphone"), morePlace);
+        prefs.micID = QString();
+        more.hide();
+        controller->closeSetup();
+    }
+
+    void controlBar() {
+        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        ControlBar bar(*controller, &monitor);
+        record();
+        advance(767);
+        const Screen screen = screens.screens.front();
+        const auto barPlace = [&bar] { return bar.geometry(); };
+        bar.show(screen);
+        save(QStringLiteral("bar-recording"), barPlace);
+        controller->addMarker();
+        save(QStringLiteral("bar-marker"), barPlace);
+        controller->flashMessage(QStringLiteral("No te escuchamos · revisa el micrófono"));
+        save(QStringLiteral("bar-microphone"), barPlace);
+        controller->flashMessage(QStringLiteral(
+            "Capítulo · Un título tan largo que no cabe en una sola línea del aviso y por eso se corta al final"));
+        save(QStringLiteral("bar-long-flash"), barPlace);
+        advance(10);
+        controller->togglePause();
+        save(QStringLiteral("bar-paused"), barPlace);
+        controller->togglePause();
+        advance(3500);
+        save(QStringLiteral("bar-hour"), barPlace);
+    }
+
+    void countdownWindow() {
+        QtTimers realTimers;
+        CountdownWindow window(realTimers);
+        const auto running = window.run(screens.screens.front());
+        save(QStringLiteral("countdown-3"), [&window] { return window.geometry(); });
+        wait(1500);
+        save(QStringLiteral("countdown-1"), [&window] { return window.geometry(); });
+        wait(1500);
+    }
+
+    void dialog(const QString& name, const AlertDialog::Content& content) {
+        auto* shown = new AlertDialog(content);
+        shown->present();
+        wait(50);
+        save(name, [shown] { return shown->card().translated(shown->pos()); });
+        shown->close();
+    }
+
+    void dialogs() {
+        using Icon = AlertDialog::Icon;
+        using First = AlertDialog::First;
+        dialog(QStringLiteral("dialog-information"),
+               {Icon::information,
+                QStringLiteral("Activa una cámara"),
+                QStringLiteral("El modo Cámara necesita una cámara conectada y con permiso."),
+                {QStringLiteral("Aceptar")},
+                First::isDefault});
+        dialog(QStringLiteral("dialog-loss"), {Icon::loss,
+                                               QStringLiteral("¿Descartar esta grabación?"),
+                                               QStringLiteral("El video se eliminará."),
+                                               {QStringLiteral("Descartar"), QStringLiteral("Cancelar")},
+                                               First::isDestructive});
+        dialog(QStringLiteral("dialog-warning"),
+               {Icon::warning,
+                QStringLiteral("Antes de grabar"),
+                QStringLiteral("La batería está al 14 % y el cargador no está conectado.\n\n¿Quieres grabar igual?"),
+                {QStringLiteral("Grabar igual"), QStringLiteral("Cancelar")},
+                First::isDestructive});
+        dialog(QStringLiteral("dialog-long"),
+               {Icon::warning,
+                QStringLiteral("Un mensaje largo que necesita dos líneas para decir todo lo que tiene que decir"),
+                QStringLiteral("Y un texto <b>con formato</b> y un <a href=\"https://velmo.example\">enlace</a>."),
+                {QStringLiteral("Continuar"), QStringLiteral("Otra respuesta"), QStringLiteral("Cancelar")},
+                First::isDefault});
+    }
+
+    QDir folder_;
+    SpeakingMicrophones inputs_;
+    Devices speaking_{nullptr, &inputs_};
+};
+
+} // namespace
+} // namespace velmo
+
+int main(int count, char** arguments) {
+    QApplication application(count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    velmo::Look::apply(application);
+    if (count != 2) {
+        std::fprintf(stderr, "usage: velmo-gallery FOLDER\n");
+        return 2;
+    }
+    const QDir folder(QString::fromLocal8Bit(arguments[1]));
+    folder.mkpath(QStringLiteral("."));
+    const velmo::Backdrop backdrop;
+    velmo::Gallery(folder).showAll();
+    return 0;
+}
