@@ -83,7 +83,11 @@ class Browser:
             self.process.wait()
         os.close(self.writing)
         os.close(self.reading)
-        shutil.rmtree(self.home, ignore_errors=True)
+        for _ in range(50):  # its helpers may still write for a moment
+            shutil.rmtree(self.home, ignore_errors=True)
+            if not os.path.exists(self.home):
+                break
+            time.sleep(0.1)
 
     def post(self, method, session=None, **parameters):
         self.number += 1
