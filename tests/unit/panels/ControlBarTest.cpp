@@ -94,17 +94,17 @@ TEST_F(ControlBarTest, ATickOfTheClockPaintsTheClockAndNoControl) {
     bar.show(screen);
     QApplication::processEvents();
     PaintCounter controls;
-    PaintCounter clock;
+    PaintCounter clockLabel;
     for (Button* each : bar.findChildren<Button*>()) {
         each->installEventFilter(&controls);
     }
-    bar.findChild<ClockLabel*>()->installEventFilter(&clock);
+    bar.findChild<ClockLabel*>()->installEventFilter(&clockLabel);
     advance(0.5);
     QApplication::processEvents();
-    EXPECT_EQ(clock.paints, 0); // still the same second
+    EXPECT_EQ(clockLabel.paints, 0); // still the same second
     advance(0.5);
     QApplication::processEvents();
-    EXPECT_EQ(clock.paints, 1);
+    EXPECT_EQ(clockLabel.paints, 1);
     EXPECT_EQ(controls.paints, 0);
 }
 
