@@ -3,6 +3,7 @@
 #include "app/AboutPanel.h"
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
+#include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
@@ -21,6 +22,7 @@
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
 #include "panels/MicrophoneMonitor.h"
+#include "panels/SetupPanel.h"
 #include "platform/desktop/DesktopFileActions.h"
 #include "platform/desktop/QtDelayedCalls.h"
 #include "platform/desktop/QtDisplayReconfiguration.h"
@@ -87,6 +89,7 @@ struct Composition::Platform {
     StatvfsDiskSpace disk;
     DesktopFileActions files;
     DesktopApplication application;
+    DesktopPointer pointer;
     GrantedPermissions permissions;
     XcbHotKeyService hotKeys;
     DisplayWatch displayWatch{displays, delayedCalls};
@@ -129,11 +132,13 @@ struct Composition::Session {
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
-          controlBar(recorder, &microphone) {}
+          controlBar(recorder, &microphone),
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}) {}
 
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
     ControlBar controlBar;
+    SetupPanel setupPanel;
 };
 
 Composition::Composition()
@@ -188,8 +193,10 @@ SessionServices Composition::sessionServices() {
 SessionSurfaces Composition::sessionSurfaces() {
     SessionSurfaces surfaces;
     surfaces.libraryWindow = &session_->rescue.libraryWindow();
+    surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.countdown = &surfaces_->countdown;
+    surfaces.pointer = &platform_->pointer;
     surfaces.microphoneLevel = &surfaces_->microphone;
     return surfaces;
 }

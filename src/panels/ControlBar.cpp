@@ -77,6 +77,7 @@ void ControlBar::build() {
     grid->addWidget(row_, 0, 0, Qt::AlignHCenter | Qt::AlignBottom);
     flash_ = new FlashStrip;
     grid->addWidget(flash_, 0, 0, Qt::AlignHCenter | Qt::AlignTop);
+    connect(flash_, &FlashStrip::stripChanged, this, &ControlBar::outlineChanged);
 
     auto* row = new QHBoxLayout(row_);
     row->setContentsMargins(16, 0, 8, 0);
@@ -154,6 +155,15 @@ void ControlBar::showClock() {
 
 QRect ControlBar::card() const {
     return row_ != nullptr ? row_->geometry() : contentsRect();
+}
+
+QPainterPath ControlBar::outline() const {
+    QPainterPath path = FloatingPanel::outline();
+    const QRectF strip = flash_->seenStrip().translated(flash_->pos());
+    if (!strip.isEmpty()) {
+        path.addRoundedRect(strip, strip.height() / 2, strip.height() / 2);
+    }
+    return path;
 }
 
 void ControlBar::fitToContent() {

@@ -38,6 +38,7 @@ public:
 
 protected:
     QRect card() const override;
+    QPainterPath outline() const override;
 
 private:
     void build();

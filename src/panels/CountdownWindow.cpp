@@ -19,7 +19,9 @@ namespace {
 
 constexpr double kDisc = 200;
 constexpr double kRing = 7;
-constexpr double kHintBelow = 44;
+constexpr double kHintGap = 18;
+constexpr double kHintWidth = 240;
+constexpr double kHintHeight = 32;
 constexpr int kNumberIn = 180;
 constexpr std::chrono::seconds kLongest{10}; // far beyond three ticks: a lost timer must not hold a session
 
@@ -79,6 +81,18 @@ QRectF CountdownWindow::disc() const {
     return QRectF(std::round((width() - kDisc) / 2), std::round((height() - kDisc) / 2), kDisc, kDisc);
 }
 
+QRectF CountdownWindow::hint() const {
+    const QRectF above = disc();
+    return QRectF(above.center().x() - kHintWidth / 2, above.bottom() + kHintGap, kHintWidth, kHintHeight);
+}
+
+QPainterPath CountdownWindow::outline() const {
+    QPainterPath path;
+    path.addEllipse(disc());
+    path.addRoundedRect(hint(), kHintHeight / 2, kHintHeight / 2);
+    return path;
+}
+
 void CountdownWindow::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
@@ -93,8 +107,7 @@ void CountdownWindow::paintEvent(QPaintEvent* event) {
     font.setPixelSize(18);
     painter.setFont(font);
     painter.setPen(Theme::sand);
-    painter.drawText(QRectF(0, disc().bottom() + kHintBelow - 24, width(), 24), Qt::AlignCenter,
-                     QStringLiteral("Clic para empezar ya"));
+    painter.drawText(hint(), Qt::AlignCenter, QStringLiteral("Clic para empezar ya"));
 }
 
 void CountdownWindow::paintDisc(QPainter& painter) const {

@@ -27,6 +27,8 @@ signals:
     void finished();
 
 protected:
+    /// Without a compositing manager the veil would hide the screen: then only the disc and the hint are seen.
+    QPainterPath outline() const override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 
@@ -35,6 +37,7 @@ private:
     void beginNumber();
     void end();
     QRectF disc() const;
+    QRectF hint() const;
     void paintDisc(QPainter& painter) const;
     void paintNumber(QPainter& painter) const;
 

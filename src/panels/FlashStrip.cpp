@@ -40,7 +40,7 @@ constexpr Kind kKinds[] = {
 } // namespace
 
 FlashStrip::FlashStrip(QWidget* parent)
-    : QWidget(parent), seen_(this, kIn, QEasingCurve::OutCubic, [this] { update(); }) {
+    : QWidget(parent), seen_(this, kIn, QEasingCurve::OutCubic, [this] { step(); }) {
     setFixedSize(kMostWidth + 2 * kShadowBeside, kShadowAbove + kHeight + kShadowBelow);
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
@@ -63,7 +63,15 @@ void FlashStrip::setFlash(const std::optional<QString>& text) {
     seen_.setDuration(text ? kIn : kOut);
     seen_.setEasingCurve(text ? QEasingCurve::OutCubic : QEasingCurve::InCubic);
     seen_.moveTo(text ? 1 : 0);
+    step();
+}
+
+void FlashStrip::step() {
     update();
+    if (const QRectF seen = seenStrip(); seen != announced_) {
+        announced_ = seen;
+        emit stripChanged();
+    }
 }
 
 QRectF FlashStrip::strip() const {

@@ -20,11 +20,17 @@ public:
     explicit FlashStrip(QWidget* parent = nullptr);
 
     void setFlash(const std::optional<QString>& text);
+    /// Where the strip is seen, in own coordinates; empty when there is none.
+    QRectF seenStrip() const { return seen_.value() > 0 ? strip() : QRectF(); }
 
     /// Lower edge of the strip itself; what follows below is its shadow.
     static int bottom();
     /// The icon that stands before `text`; empty for none.
     static QString symbolFor(const QString& text);
+
+signals:
+    /// `seenStrip` is another one.
+    void stripChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -32,7 +38,10 @@ protected:
 private:
     QRectF strip() const;
 
+    void step();
+
     QString text_; // stays while it goes away
+    QRectF announced_;
     Fade seen_;
 };
 

@@ -48,9 +48,14 @@ QString screenTitle(const Screen& screen, std::size_t index) {
 
 } // namespace
 
-SetupPanel::SetupPanel(Parts parts) : DialogWindow({Theme::bg, 16}), parts_(std::move(parts)) {
+SetupPanel::SetupPanel(Parts parts) : DialogWindow({Theme::bg, 16, Elevation::floating}), parts_(std::move(parts)) {
     setWindowTitle(QStringLiteral("Nueva grabación"));
-    const QMargins around = contentsMargins();
+    // No more room for the shadow than the panel's place leaves to the screen's edge: window managers push a window
+    // back whose edge is off the screen. The rest of the shadow is too faint to be missed.
+    QMargins around = contentsMargins();
+    around.setTop(std::min(around.top(), kFromTop));
+    around.setRight(std::min(around.right(), kFromRight));
+    setContentsMargins(around);
     setFixedWidth(kWidth + around.left() + around.right());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -288,16 +293,12 @@ void SetupPanel::fit() {
 
 void SetupPanel::show() {
     refresh();
-    const bool placed = isVisible();
-    if (!placed) {
+    if (!isVisible()) {
         fit();
         place();
     }
     devicesTimer_.start();
     bringToFront();
-    if (!placed) {
-        place(); // window managers move a new window whose shadow is off the screen
-    }
 }
 
 void SetupPanel::place() {

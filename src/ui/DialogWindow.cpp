@@ -16,12 +16,12 @@
 
 namespace velmo {
 
-DialogWindow::DialogWindow(QWidget* parent) : DialogWindow({Theme::card(), 14}, parent) {}
+DialogWindow::DialogWindow(QWidget* parent) : DialogWindow({Theme::card(), 14, Elevation::dialog}, parent) {}
 
 DialogWindow::DialogWindow(Floor floor, QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), floor_(std::move(floor)) {
     setAttribute(Qt::WA_TranslucentBackground);
-    setContentsMargins(Shadow::margins(Elevation::dialog));
+    setContentsMargins(Shadow::margins(floor_.elevation));
 }
 
 QRect DialogWindow::card() const {
@@ -70,7 +70,7 @@ void DialogWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRectF box = card();
     if (composited_) {
-        Shadow::paint(painter, box, floor_.radius, Elevation::dialog);
+        Shadow::paint(painter, box, floor_.radius, floor_.elevation);
     }
     Painting::roundedBox(painter, box, floor_.radius, floor_.color, Theme::strongBorder());
 }

@@ -16,6 +16,7 @@ public:
     struct Floor {
         QColor color;
         double radius;
+        Elevation elevation;
     };
 
     explicit DialogWindow(QWidget* parent = nullptr);

@@ -6,7 +6,6 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <vector>
@@ -85,11 +84,24 @@ void FloatingPanel::applyShape() {
         return;
     }
     X11Window::setInputRegion(*this, clickThrough_ ? QRegion() : mouseRegion());
-    if (!composited_ && floor_.shadow) {
-        QPainterPath outline;
-        outline.addRoundedRect(card(), floor_.radius, floor_.radius);
-        setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    outlineChanged();
+}
+
+void FloatingPanel::outlineChanged() {
+    if (!isVisible() || composited_) {
+        return;
     }
+    QRegion seen;
+    for (const QPolygonF& part : outline().toFillPolygons()) {
+        seen += QRegion(part.toPolygon());
+    }
+    setMask(seen);
+}
+
+QPainterPath FloatingPanel::outline() const {
+    QPainterPath path;
+    path.addRoundedRect(floor_.shadow ? card() : rect(), floor_.radius, floor_.radius);
+    return path;
 }
 
 void FloatingPanel::showEvent(QShowEvent* event) {

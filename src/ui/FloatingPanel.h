@@ -2,6 +2,7 @@
 
 #include "ui/Shadow.h"
 
+#include <QPainterPath>
 #include <QPixmap>
 #include <QRegion>
 #include <QWidget>
@@ -49,8 +50,12 @@ protected:
     virtual QRect card() const;
     /// What takes the mouse, in own coordinates.
     virtual QRegion mouseRegion() const;
+    /// All that is seen where no compositing manager makes the rest clear, in own coordinates.
+    virtual QPainterPath outline() const;
     /// To be called when `card` or `mouseRegion` changed without a change of size.
     void shapeChanged();
+    /// To be called when only `outline` changed.
+    void outlineChanged();
 
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;

@@ -29,9 +29,9 @@ constexpr Layer kGlow = {5, 13, 0.45};
 constexpr double kGlowInset = 13;
 constexpr double kGlowReach = 16;
 
-/// How far out a blur is still seen.
-constexpr double reach(double blurWidth) {
-    return 1.25 * blurWidth;
+/// How far out a blur is still seen; even, since the masks are at half size.
+double reach(double blurWidth) {
+    return 2 * std::ceil(1.25 * blurWidth / 2);
 }
 
 std::span<const Layer> layers(Elevation elevation) {
@@ -114,7 +114,9 @@ void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Lay
     color.setAlphaF(static_cast<float>(layer.opacity));
     const double out = reach(layer.blur);
     const double shapeRadius = std::min({radius, shape.width() / 2, shape.height() / 2});
-    const double corner = std::min({shapeRadius + 2 * out, shape.width() / 2 + out, shape.height() / 2 + out});
+    // Even as well: where two pieces meet between pixels a line is seen.
+    const double most = std::min({shapeRadius + 2 * out, shape.width() / 2 + out, shape.height() / 2 + out});
+    const double corner = 2 * std::floor(most / 2);
     const QPixmap& source = patch(shapeRadius, layer.blur, color);
     const QRectF target = shape.translated(0, layer.down).adjusted(-out, -out, out, out);
     const double side = source.width();

@@ -189,9 +189,9 @@ private:
         CountdownWindow window(realTimers);
         const auto running = window.run(screens.screens.front());
         save(QStringLiteral("countdown-3"), [&window] { return window.geometry(); });
-        wait(2000);
+        wait(1500);
         save(QStringLiteral("countdown-1"), [&window] { return window.geometry(); });
-        wait(1000);
+        wait(1500);
     }
 
     void dialog(const QString& name, const AlertDialog::Content& content) {

@@ -1,0 +1,40 @@
+#include "panels/BarControls.h"
+
+#include <gmock/gmock.h>
+
+namespace velmo {
+namespace {
+
+using State = RecorderController::State;
+
+std::vector<std::string> helps(State state) {
+    std::vector<std::string> all;
+    for (const BarControl& control : barControls()) {
+        if (control.shown({state})) {
+            all.push_back(control.face({state}).help.toStdString());
+        }
+    }
+    return all;
+}
+
+TEST(BarControls, StandInTheirOrderWithTheirHelpTexts) {
+    EXPECT_THAT(helps(State::recording),
+                testing::ElementsAre("Pausar (⌃P)", "Marcador (⌃M)", "Empezar de nuevo", "Descartar"));
+    EXPECT_THAT(helps(State::paused),
+                testing::ElementsAre("Reanudar (⌃P)", "Marcador (⌃M)", "Empezar de nuevo", "Descartar"));
+}
+
+TEST(BarControls, PauseBecomesPlayWhilePaused) {
+    const BarControl& pause = barControls().front();
+    EXPECT_EQ(pause.face({State::recording}).symbol, QStringLiteral("pause.fill"));
+    EXPECT_EQ(pause.face({State::paused}).symbol, QStringLiteral("play.fill"));
+    EXPECT_TRUE(pause.face({State::paused}).lit);
+}
+
+TEST(BarControls, AreNamedByTheirHelpWithoutTheKey) {
+    EXPECT_EQ(nameOfHelp(QStringLiteral("Pausar (⌃P)")), QStringLiteral("Pausar"));
+    EXPECT_EQ(nameOfHelp(QStringLiteral("Descartar")), QStringLiteral("Descartar"));
+}
+
+} // namespace
+} // namespace velmo

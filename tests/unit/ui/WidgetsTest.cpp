@@ -1,0 +1,155 @@
+#include "ui/AlertDialog.h"
+#include "ui/Button.h"
+#include "ui/LevelMeter.h"
+#include "ui/Picker.h"
+#include "ui/Shadow.h"
+#include "ui/SwitchRow.h"
+#include "ui/Theme.h"
+#include "ui/Type.h"
+
+#include <gmock/gmock.h>
+
+#include <QImage>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalSpy>
+
+namespace velmo {
+namespace {
+
+TEST(LevelMeter, LightsSegmentsInProportionAndTheirColoursTellHowLoud) {
+    EXPECT_EQ(LevelMeter::segmentsFor(0), 0);
+    EXPECT_EQ(LevelMeter::segmentsFor(-1), 0);
+    EXPECT_EQ(LevelMeter::segmentsFor(0.001), 1);
+    EXPECT_EQ(LevelMeter::segmentsFor(0.5), 11);
+    EXPECT_EQ(LevelMeter::segmentsFor(1), 22);
+    EXPECT_EQ(LevelMeter::segmentsFor(3), 22);
+    EXPECT_EQ(LevelMeter::colorOf(8), Theme::brand);
+    EXPECT_EQ(LevelMeter::colorOf(9), Theme::skyBright);
+    EXPECT_EQ(LevelMeter::colorOf(16), Theme::gold);
+    EXPECT_EQ(LevelMeter::colorOf(19), Theme::rec);
+}
+
+TEST(LevelMeter, RisesAtOnceAndFallsStepByStep) {
+    LevelMeter meter;
+    meter.setLevel(1);
+    EXPECT_EQ(meter.lit(), 22);
+    meter.setLevel(0);
+    EXPECT_GT(meter.lit(), 0);
+    for (int i = 0; i < 10; ++i) {
+        meter.setLevel(0);
+    }
+    EXPECT_EQ(meter.lit(), 0);
+}
+
+TEST(Picker, ShowsTheCurrentChoiceAndTheFirstForOneThatIsGone) {
+    Picker picker({}, QStringLiteral("Micrófono"));
+    picker.setChoices({{QStringLiteral("a"), QStringLiteral("Uno")}, {QStringLiteral("b"), QStringLiteral("Dos")}},
+                      QStringLiteral("b"));
+    EXPECT_EQ(picker.current(), QStringLiteral("b"));
+    EXPECT_EQ(picker.text(), QStringLiteral("Dos"));
+    picker.setChoices(picker.choices(), QStringLiteral("gone"));
+    EXPECT_EQ(picker.text(), QStringLiteral("Uno"));
+}
+
+TEST(Picker, StepsThroughTheChoicesByKeyAndStopsAtBothEnds) {
+    Picker picker({}, {});
+    picker.setChoices({{QStringLiteral("a"), {}}, {QStringLiteral("b"), {}}}, QStringLiteral("a"));
+    QSignalSpy picked(&picker, &Picker::picked);
+    const auto press = [&picker](Qt::Key key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&picker, &event);
+    };
+    press(Qt::Key_Up);
+    EXPECT_EQ(picked.count(), 0);
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(picked.count(), 1);
+    EXPECT_EQ(picker.current(), QStringLiteral("b"));
+}
+
+TEST(SwitchRow, TellsOnlyWhatTheUserSwitches) {
+    SwitchRow row(QStringLiteral("Algo"), {});
+    QSignalSpy switched(&row, &SwitchRow::switched);
+    row.setOn(true);
+    EXPECT_TRUE(row.isOn());
+    EXPECT_EQ(switched.count(), 0);
+    row.findChild<QAbstractButton*>()->click();
+    EXPECT_FALSE(row.isOn());
+    ASSERT_EQ(switched.count(), 1);
+    EXPECT_FALSE(switched.front().front().toBool());
+}
+
+AlertDialog::Content question(AlertDialog::First first) {
+    return {AlertDialog::Icon::loss,
+            QStringLiteral("¿Descartar?"),
+            QStringLiteral("El video se eliminará."),
+            {QStringLiteral("Descartar"), QStringLiteral("Cancelar")},
+            first};
+}
+
+TEST(AlertDialog, ClosingItMeansTheLastButtonAndIsToldOnce) {
+    auto* dialog = new AlertDialog(question(AlertDialog::First::isDestructive));
+    QSignalSpy chosen(dialog, &AlertDialog::chosen);
+    dialog->show();
+    dialog->close();
+    ASSERT_EQ(chosen.count(), 1);
+    EXPECT_EQ(chosen.front().front().toInt(), 1);
+}
+
+TEST(AlertDialog, AButtonTellsItsIndexAndClosesIt) {
+    auto* dialog = new AlertDialog(question(AlertDialog::First::isDestructive));
+    QSignalSpy chosen(dialog, &AlertDialog::chosen);
+    dialog->show();
+    for (Button* button : dialog->findChildren<Button*>()) {
+        if (button->text() == QStringLiteral("Descartar")) {
+            button->click();
+        }
+    }
+    ASSERT_EQ(chosen.count(), 1);
+    EXPECT_EQ(chosen.front().front().toInt(), 0);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST(AlertDialog, TheDestructiveAnswerNeverHasTheFocusWhenItOpens) {
+    AlertDialog dialog(question(AlertDialog::First::isDestructive));
+    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+    dialog.show();
+    const auto* focused = qobject_cast<Button*>(dialog.focusWidget());
+    ASSERT_NE(focused, nullptr);
+    EXPECT_EQ(focused->text(), QStringLiteral("Cancelar"));
+}
+
+TEST(Button, IsAsWideAsItsTextNeedsAndNeverCutsIt) {
+    Button shortOne(ButtonStyle::ghost, QStringLiteral("Sí"));
+    Button longOne(ButtonStyle::ghost, QStringLiteral("Una respuesta muy larga"));
+    EXPECT_EQ(shortOne.minimumSizeHint(), shortOne.sizeHint());
+    EXPECT_GT(longOne.sizeHint().width(),
+              QFontMetrics(longOne.font()).horizontalAdvance(longOne.text()) + 2 * Button::kRoom);
+}
+
+TEST(Shadow, FadesOutInsideTheRoomThatItAsksFor) {
+    const QMargins room = Shadow::margins(Elevation::dialog);
+    const QRect shape(room.left(), room.top(), 200, 100);
+    QImage image(shape.marginsAdded(room).size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(0);
+    QPainter painter(&image);
+    Shadow::paint(painter, shape, 14, Elevation::dialog);
+    painter.end();
+    EXPECT_GT(qAlpha(image.pixel(shape.center().x(), shape.bottom() + 4)), 60);
+    for (int x = 0; x < image.width(); ++x) {
+        ASSERT_LE(qAlpha(image.pixel(x, image.height() - 1)), 3) << x;
+    }
+    for (int y = 0; y < image.height(); ++y) {
+        ASSERT_LE(qAlpha(image.pixel(0, y)), 3) << y;
+        ASSERT_LE(qAlpha(image.pixel(image.width() - 1, y)), 3) << y;
+    }
+}
+
+TEST(Type, ATimeIsEquallyWideWhateverItsFigures) {
+    const QFont font = Type::font(TextStyle::clock);
+    EXPECT_EQ(Type::tabularWidth(font, QStringLiteral("11:11")), Type::tabularWidth(font, QStringLiteral("08:40")));
+}
+
+} // namespace
+} // namespace velmo
