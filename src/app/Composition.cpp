@@ -18,6 +18,7 @@
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
+#include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/views/LibraryWindow.h"
 #include "panels/Alerts.h"
@@ -31,6 +32,7 @@
 #include "platform/desktop/QtScreens.h"
 #include "platform/desktop/StatvfsDiskSpace.h"
 #include "platform/desktop/SysPowerSources.h"
+#include "platform/desktop/XInputPointerMotion.h"
 #include "platform/desktop/XcbHotKeyService.h"
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
@@ -43,6 +45,8 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "surfaces/RegionPicker.h"
+#include "surfaces/SpotlightOverlay.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -93,6 +97,7 @@ struct Composition::Platform {
     DesktopFileChooser fileChooser;
     DesktopApplication application;
     DesktopPointer pointer;
+    XInputPointerMotion pointerMotion;
     GrantedPermissions permissions;
     XcbHotKeyService hotKeys;
     DisplayWatch displayWatch{displays, delayedCalls};
@@ -145,12 +150,17 @@ struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
           controlBar(recorder, &microphone),
-          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}) {}
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}),
+          spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+    }
 
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
     ControlBar controlBar;
     SetupPanel setupPanel;
+    SpotlightOverlay spotlight;
+    RegionPicker regionPicker;
 };
 
 Composition::Composition()
@@ -209,6 +219,8 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
+    surfaces.spotlight = &surfaces_->spotlight;
+    surfaces.regionPicker = &surfaces_->regionPicker;
     surfaces.microphoneLevel = &surfaces_->microphone;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
