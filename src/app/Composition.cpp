@@ -35,6 +35,7 @@
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
 #include "session/ScreenRecorderFactory.h"
@@ -77,6 +78,7 @@ struct Composition::Platform {
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
     X11ScreenCapture capture{std::nullopt, &audio, clock};
+    X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
     FfmpegAssetReaderFactory readers;
     FfmpegPassthroughWriterFactory passthroughWriters;
@@ -197,6 +199,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
+    surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.microphoneLevel = &surfaces_->microphone;
     return surfaces;
 }
