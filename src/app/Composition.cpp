@@ -39,6 +39,7 @@
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
 #include "session/ScreenRecorderFactory.h"
@@ -83,6 +84,7 @@ struct Composition::Platform {
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
     X11ScreenCapture capture{std::nullopt, &audio, clock};
+    X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
     FfmpegAssetReaderFactory readers;
     FfmpegPassthroughWriterFactory passthroughWriters;
@@ -221,6 +223,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.microphoneLevel = &surfaces_->microphone;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
