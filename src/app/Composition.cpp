@@ -18,6 +18,8 @@
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
+#include "classkit/views/KitPanel.h"
+#include "classkit/views/KitSetupSection.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/views/LibraryWindow.h"
@@ -151,15 +153,41 @@ struct Composition::Session {
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
-          controlBar(recorder, &microphone),
-          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}),
+          controlBar(recorder, &microphone), kitPanel(stores.classKit, recorder, platform.screens),
+          setupPanel({recorder,
+                      stores.prefs,
+                      stores.devices,
+                      platform.screens,
+                      microphone,
+                      {RecordMode::screen},
+                      {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+        tieMaterial(stores.classKit);
+    }
+
+    static SetupPanel::Section kitSection(ClassKit& kit) {
+        return {{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
+                 QStringLiteral("panel.material"), false},
+                [&kit] { return new KitSetupSection(kit); }};
+    }
+
+    /// The bar's button follows the list and the panel.
+    void tieMaterial(const ClassKit& kit) {
+        const auto show = [this, &kit] {
+            using Material = BarState::Material;
+            const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+            controlBar.setMaterial(kit.items().empty() ? Material::none : there);
+        };
+        QObject::connect(&kit, &ClassKit::itemsChanged, &controlBar, show);
+        QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, show);
+        show();
     }
 
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
     ControlBar controlBar;
+    KitPanel kitPanel;
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
@@ -219,6 +247,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.libraryWindow = &session_->rescue.libraryWindow();
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
+    surfaces.kitPanel = &surfaces_->kitPanel;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;

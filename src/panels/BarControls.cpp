@@ -27,6 +27,11 @@ constexpr BarControl kControls[] = {
      &RecorderController::restart},
     {5, Weight::subdued, always, [](const BarState&) { return face("trash", "Descartar"); },
      &RecorderController::cancel},
+    {6, Weight::normal, [](const BarState& bar) { return bar.material != BarState::Material::none; },
+     [](const BarState& bar) {
+         return face("books.vertical.fill", "Material de la clase (⌃K)", bar.material == BarState::Material::shown);
+     },
+     &RecorderController::toggleKit},
 };
 
 } // namespace

@@ -10,7 +10,11 @@ namespace velmo {
 
 /// What the bar's buttons look like in one moment.
 struct BarState {
+    /// The class material.
+    enum class Material { none, hidden, shown };
+
     RecorderController::State state = RecorderController::State::idle;
+    Material material = Material::none;
 
     bool paused() const { return state == RecorderController::State::paused; }
     friend bool operator==(const BarState&, const BarState&) = default;

@@ -122,7 +122,7 @@ void ControlBar::addLine(QHBoxLayout& row, int group) {
 }
 
 void ControlBar::showState() {
-    const BarState state{recorder_.state()};
+    const BarState state{recorder_.state(), material_};
     dot_->setPaused(state.paused());
     level_->setPaused(state.paused());
     for (Line& line : lines_) {
@@ -143,6 +143,11 @@ void ControlBar::showState() {
         button.setChecked(face.lit);
     }
     fit_.start();
+}
+
+void ControlBar::setMaterial(BarState::Material material) {
+    material_ = material;
+    showState();
 }
 
 void ControlBar::showClock() {

@@ -32,6 +32,9 @@ public:
     ControlBar(RecorderController& recorder, const MicrophoneMonitor* microphone);
     ~ControlBar() override;
 
+    /// Its button stands while there is material, and is lit while that is shown.
+    void setMaterial(BarState::Material material);
+
     /// Fits the bar to its controls, puts it at the bottom of the screen and in front.
     void show(const Screen& screen) override;
     void hide() override;
@@ -55,6 +58,7 @@ private:
     RecordingDot* dot_ = nullptr;
     ClockLabel* clock_ = nullptr;
     LevelColumns* level_ = nullptr;
+    BarState::Material material_ = BarState::Material::none;
     std::vector<Button*> buttons_; // one for each of barControls()
     struct Line {
         QWidget* widget;

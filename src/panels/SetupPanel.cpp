@@ -183,6 +183,9 @@ void SetupPanel::addCards(QVBoxLayout& column) {
     cards->setSpacing(12);
     cards->addWidget(makeScreenCard());
     cards->addWidget(makeVideoCard());
+    for (const Section& section : parts_.sections) {
+        cards->addWidget(makeCard(section));
+    }
     column.addWidget(cards_);
     const bool more = parts_.prefs.store().boolean(QString::fromLatin1(kMoreKey)).value_or(false);
     more_->setChecked(more);
@@ -215,6 +218,15 @@ QWidget* SetupPanel::makeVideoCard() {
     card->body().addWidget(makeSwitch(prefs.systemAudio, QStringLiteral("Grabar el sonido de la computadora"),
                                       QStringLiteral("Por ejemplo, el audio de un video que muestras en la clase.")));
     card->body().addWidget(makeSwitch(prefs.countdown, QStringLiteral("Cuenta regresiva 3·2·1")));
+    return card;
+}
+
+QWidget* SetupPanel::makeCard(const Section& section) {
+    auto* card = new SetupCard(section.head, parts_.prefs.store());
+    QMargins around = card->body().contentsMargins();
+    around.setLeft(around.left() - Button::kRoom);
+    card->body().setContentsMargins(around);
+    card->body().addWidget(section.make());
     return card;
 }
 

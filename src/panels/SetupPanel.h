@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/SetupCard.h"
 #include "platform/Screens.h"
 #include "session/Collaborators.h"
 #include "settings/Devices.h"
@@ -32,6 +33,12 @@ class SwitchRow;
 class SetupPanel final : public DialogWindow, public SetupPanelPort {
     Q_OBJECT
 public:
+    /// A section that another room makes. What `make` gives is owned by the panel and keeps Button::kRoom free at both
+    /// sides for marks of the focus.
+    struct Section {
+        SetupCard::Head head;
+        std::function<QWidget*()> make;
+    };
     struct Parts {
         RecorderController& recorder;
         Prefs& prefs;
@@ -40,6 +47,8 @@ public:
         MicrophoneMonitor& microphone;
         /// What can be recorded on this machine with this program. A choice is offered where there is more than one.
         std::vector<RecordMode> modes;
+        /// Behind the panel's own cards.
+        std::vector<Section> sections = {};
     };
 
     /// All borrowed.
@@ -65,6 +74,7 @@ private:
     void addCards(QVBoxLayout& column);
     QWidget* makeScreenCard();
     QWidget* makeVideoCard();
+    QWidget* makeCard(const Section& section);
     SwitchRow* makeSwitch(Setting<bool>& setting, const QString& text, const QString& hint = {});
 
     void refresh();

@@ -1,0 +1,52 @@
+#include "ui/TextField.h"
+
+#include "ui/Painting.h"
+#include "ui/Theme.h"
+#include "ui/Type.h"
+
+#include <QPainter>
+
+namespace velmo {
+
+namespace {
+
+constexpr double kRadius = 9;
+constexpr int kPadding = 8; // the line edit itself adds two at each side
+
+} // namespace
+
+TextField::TextField(const QString& placeholder, int height, QWidget* parent) : QLineEdit(parent) {
+    setFrame(false);
+    setPlaceholderText(placeholder);
+    setFont(Type::font(TextStyle::body));
+    setFixedHeight(height + 2 * kRoom);
+    setTextMargins(kRoom + kPadding, 0, kRoom + kPadding, 0);
+    setAttribute(Qt::WA_Hover);
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, Qt::transparent); // the shape is painted here
+    colors.setColor(QPalette::Text, Theme::sand);
+    colors.setColor(QPalette::PlaceholderText, Theme::muted);
+    colors.setColor(QPalette::Highlight, Theme::selection());
+    colors.setColor(QPalette::HighlightedText, Theme::sand);
+    setPalette(colors);
+}
+
+void TextField::setBad(bool bad) {
+    bad_ = bad;
+    update();
+}
+
+void TextField::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = rect().marginsRemoved(QMargins(kRoom, kRoom, kRoom, kRoom));
+    const QColor rest = underMouse() ? Theme::strongBorder() : Theme::border;
+    Painting::roundedBox(painter, box, kRadius, Theme::field(), bad_ ? Theme::withOpacity(Theme::rec, 0.8) : rest);
+    if (hasFocus()) {
+        Painting::focusRing(painter, box, kRadius);
+    }
+    painter.end();
+    QLineEdit::paintEvent(event);
+}
+
+} // namespace velmo
