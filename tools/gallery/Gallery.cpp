@@ -1,19 +1,25 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "classkit/ClassKit.h"
+#include "classkit/views/KitPanel.h"
+#include "classkit/views/KitSetupSection.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
 #include "panels/MicrophoneMonitor.h"
-#include "ui/ScreenPlace.h"
 #include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
+#include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
+#include "ui/TextField.h"
 #include "ui/Theme.h"
+#include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QDir>
 #include <QEventLoop>
 #include <QLabel>
@@ -89,6 +95,7 @@ public:
     void showAll() {
         symbols();
         setup();
+        classMaterial();
         controlBar();
         countdownWindow();
         dialogs();
@@ -160,6 +167,71 @@ private:
         controller->closeSetup();
     }
 
+    void fillKit(ClassKit& kit) {
+        for (const char* file : {"/c/Derivadas parciales.odp", "/c/Curvas de nivel.pdf", "/c/Superficie en 3D.mp4"}) {
+            kit.add({std::filesystem::path(file)});
+        }
+        kit.add(QStringLiteral("www.youtube.com/watch?v=x"));
+        kit.add(QStringLiteral("www.example.org/derivadas-de-dos-variables/practica"));
+        kit.add({std::filesystem::path("/c/Ejercicios resueltos.xlsx")});
+    }
+
+    void classMaterial() {
+        test::KitWorld around;
+        ClassKit kit(around.store, around.services());
+        kitSection(kit);
+        fillKit(kit);
+        KitPanel panel(kit, *controller, screens);
+        const auto place = [&panel] { return panel.cardGeometry(); };
+        panel.show();
+        QCursor::setPos(panel.cardGeometry().topLeft() + QPoint(120, 95));
+        save(QStringLiteral("kit"), place);
+        QCursor::setPos(0, 0);
+        for (int i = 1; i < 8; ++i) {
+            kit.add({std::filesystem::path("/c/Lámina " + std::to_string(i) + ".png")});
+        }
+        panel.show();
+        save(QStringLiteral("kit-many"), place);
+        panel.hide();
+        kitSection(kit);
+    }
+
+    void kitSection(ClassKit& kit) {
+        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        for (const char* key : {"panel.mas", "panel.material"}) {
+            store.setBoolean(QString::fromLatin1(key), true);
+        }
+        store.setBoolean(QStringLiteral("panel.video"), false);
+        KitSetupSection* section = nullptr;
+        SetupPanel panel({*controller,
+                          prefs,
+                          speaking_,
+                          screens,
+                          monitor,
+                          {RecordMode::screen},
+                          {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
+                             QStringLiteral("panel.material"), false},
+                            [&] { return section = new KitSetupSection(kit); }}}});
+        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
+        panel.show();
+        if (kit.items().empty()) {
+            save(QStringLiteral("setup-material-empty"), place);
+        } else {
+            save(QStringLiteral("setup-material"), place);
+            TextField* link = section->findChildren<TextField*>().back();
+            for (TextField* field : section->findChildren<TextField*>()) {
+                link = field->placeholderText().startsWith(QStringLiteral("Pega")) ? field : link;
+            }
+            link->setText(QStringLiteral("geogebra punto org"));
+            section->addLink();
+            section->findChild<TextField*>()->setFocus();
+            save(QStringLiteral("setup-material-bad-link"), place);
+        }
+        panel.hide();
+        store.setBoolean(QStringLiteral("panel.video"), true);
+        store.setBoolean(QStringLiteral("panel.mas"), false);
+    }
+
     void controlBar() {
         MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
         ControlBar bar(*controller, &monitor);
@@ -169,6 +241,8 @@ private:
         const auto barPlace = [&bar] { return bar.geometry(); };
         bar.show(screen);
         save(QStringLiteral("bar-recording"), barPlace);
+        bar.setMaterial(BarState::Material::shown);
+        save(QStringLiteral("bar-material"), barPlace);
         controller->addMarker();
         save(QStringLiteral("bar-marker"), barPlace);
         controller->flashMessage(QStringLiteral("No te escuchamos · revisa el micrófono"));

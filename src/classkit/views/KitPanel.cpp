@@ -67,6 +67,7 @@ KitPanel::KitPanel(ClassKit& kit, RecorderController& recorder, const Screens& s
     column->setSpacing(0);
     column->addWidget(makeHead());
     column->addWidget(scroll_ = new FittingScrollArea(makeRows()), 1);
+    scroll_->setFixedWidth(kWidth);
     column->addWidget(makeFoot());
     connect(&kit_, &ClassKit::itemsChanged, this, [this] {
         if (visible_) { // else the next `show` reads them

@@ -24,6 +24,16 @@ TEST(BarControls, StandInTheirOrderWithTheirHelpTexts) {
                 testing::ElementsAre("Reanudar (⌃P)", "Marcador (⌃M)", "Empezar de nuevo", "Descartar"));
 }
 
+TEST(BarControls, ClassMaterialStandsLastWhileThereIsSomeAndIsLitWhileShown) {
+    using Material = BarState::Material;
+    const BarControl& material = barControls().back();
+    EXPECT_EQ(material.face({}).help, QStringLiteral("Material de la clase (⌃K)"));
+    EXPECT_FALSE(material.shown({State::recording, Material::none}));
+    EXPECT_TRUE(material.shown({State::recording, Material::hidden}));
+    EXPECT_FALSE(material.face({State::recording, Material::hidden}).lit);
+    EXPECT_TRUE(material.face({State::recording, Material::shown}).lit);
+}
+
 TEST(BarControls, PauseBecomesPlayWhilePaused) {
     const BarControl& pause = barControls().front();
     EXPECT_EQ(pause.face({State::recording}).symbol, QStringLiteral("pause.fill"));

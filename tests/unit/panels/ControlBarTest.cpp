@@ -66,6 +66,18 @@ TEST_F(ControlBarTest, ItsButtonsCallTheSession) {
     EXPECT_EQ(controller->state(), test::State::saving);
 }
 
+TEST_F(ControlBarTest, TheButtonForClassMaterialComesWithTheFirstItemAndTogglesThePanel) {
+    ControlBar bar(*controller, nullptr);
+    record();
+    bar.show(screen);
+    EXPECT_FALSE(button(bar, "Material de la clase")->isVisible());
+    bar.setMaterial(BarState::Material::shown);
+    ASSERT_TRUE(button(bar, "Material de la clase")->isVisible());
+    EXPECT_TRUE(button(bar, "Material de la clase")->isChecked());
+    button(bar, "Material de la clase")->click();
+    EXPECT_EQ(count("kitPanel.toggle"), 1);
+}
+
 TEST_F(ControlBarTest, TheClockShowsRecordedTimeAndTheBarKeepsItsCentreWhenItGrows) {
     ControlBar bar(*controller, nullptr);
     record();

@@ -168,6 +168,31 @@ TEST_F(SetupPanelTest, CardsAndMoreOptionsAreAsTheyWereLeft) {
     EXPECT_FALSE(named<Disclosure>(*panel, "Calidad y sonido")->isChecked());
 }
 
+TEST_F(SetupPanelTest, SectionsOfOthersStandBehindItsOwnCardsInCardsThatRememberThemselves) {
+    int made = 0;
+    const auto withSection = [&] {
+        return std::make_unique<SetupPanel>(SetupPanel::Parts{
+            *controller,
+            prefs,
+            real,
+            screens,
+            monitor,
+            {RecordMode::screen},
+            {{{QStringLiteral("Otra"), QStringLiteral("folder"), QStringLiteral("panel.otra"), false}, [&made] {
+                  ++made;
+                  return new QWidget;
+              }}}});
+    };
+    {
+        const auto panel = withSection();
+        EXPECT_EQ(made, 1);
+        EXPECT_EQ(panel->findChildren<SetupCard*>().size(), 3);
+        EXPECT_FALSE(named<Disclosure>(*panel, "Otra")->isChecked());
+        named<Disclosure>(*panel, "Otra")->click();
+    }
+    EXPECT_TRUE(named<Disclosure>(*withSection(), "Otra")->isChecked());
+}
+
 TEST(ResolutionRow, TellsTheSizeAndWhatTheQualityIsGoodFor) {
     const Screen laptop{1, {0, 0, 1440, 900}, 2};
     const Screen large{1, {0, 0, 1920, 1080}, 2};
