@@ -181,7 +181,8 @@ void Button::paintEvent(QPaintEvent*) {
 
 void Button::paintFloor(QPainter& painter, const QRectF& box) const {
     const Fills look = fills(style_);
-    QColor fill = between(look.rest, look.hover, hover_.value());
+    const bool bare = style_ == ButtonStyle::icon && subdued_;
+    QColor fill = between(bare ? Theme::withOpacity(look.rest, 0) : look.rest, look.hover, hover_.value());
     QColor border = look.border;
     if (isDown()) {
         fill = look.pressed;

@@ -27,7 +27,7 @@ public:
 
     /// By the names of Symbol; empty for none.
     void setSymbol(const QString& name);
-    /// Quieter icon, for what is used rarely.
+    /// Quieter icon, for what is used rarely; a small square has no fill at rest.
     void setSubdued(bool subdued);
 
     /// Takes the focus and shows it, as a press of Tab does.

@@ -23,12 +23,13 @@ TextField::TextField(const QString& placeholder, int height, QWidget* parent) : 
     setTextMargins(kRoom + kPadding, 0, kRoom + kPadding, 0);
     setAttribute(Qt::WA_Hover);
     QPalette colors = palette();
-    colors.setColor(QPalette::Base, Qt::transparent); // the shape is painted here
     colors.setColor(QPalette::Text, Theme::sand);
     colors.setColor(QPalette::PlaceholderText, Theme::muted);
     colors.setColor(QPalette::Highlight, Theme::selection());
     colors.setColor(QPalette::HighlightedText, Theme::sand);
     setPalette(colors);
+    // The shape is painted here. The palette's base would not do: a style sheet of the application paints over it.
+    setStyleSheet(QStringLiteral("QLineEdit { background: transparent; border: none; }"));
 }
 
 void TextField::setBad(bool bad) {
@@ -41,9 +42,12 @@ void TextField::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF box = rect().marginsRemoved(QMargins(kRoom, kRoom, kRoom, kRoom));
     const QColor rest = underMouse() ? Theme::strongBorder() : Theme::border;
-    Painting::roundedBox(painter, box, kRadius, Theme::field(), bad_ ? Theme::withOpacity(Theme::rec, 0.8) : rest);
+    Painting::roundedBox(painter, box, kRadius, Theme::field(), bad_ ? Qt::transparent : rest);
     if (hasFocus()) {
         Painting::focusRing(painter, box, kRadius);
+    }
+    if (bad_) { // seen while it is being corrected, too
+        Painting::roundedBox(painter, box, kRadius, Qt::transparent, Theme::withOpacity(Theme::rec, 0.8));
     }
     painter.end();
     QLineEdit::paintEvent(event);

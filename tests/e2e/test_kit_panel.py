@@ -2,8 +2,6 @@
 
 import json
 import os
-import re
-import subprocess
 import time
 import unittest
 
@@ -88,7 +86,7 @@ class KitPanel(unittest.TestCase):
         self.assertEqual([chapter["time"] for chapter in chapters], entry["markers"])
         self.assertGreater(chapters[1]["time"] - chapters[0]["time"], 1)
         index = text_of(folder, "Índice.txt").splitlines()
-        self.assertRegex(index[5], r"^00:0\d Guía de la clase$")
+        self.assertRegex(index[5], r"^00:\d\d Guía de la clase$")
         self.assertEqual(text_of(folder, "Material", "guía 1.txt"), "contenido")
 
     def test_ctrl_k_and_its_cross_hide_it_and_the_bar_brings_it_back(self):
@@ -104,16 +102,9 @@ class KitPanel(unittest.TestCase):
             wait_until("the panel's end", lambda: not panel())
             bar = next(window for window in program.windows() if "controles" in output("xdotool", "getwindowname", window))
             left, top, width, height = program.windows()[bar]
-            # The last button before "Terminar".
-            click(left + width - self.from_bars_end(bar), top + height - 64)
+            click(left + width - 217, top + height - 72)  # the last button before "Terminar"
             wait_until("the panel from the bar", panel)
             program.end_recording(video)
-
-    def from_bars_end(self, bar):
-        """Shadow, padding, the button "Terminar", a gap and half a button, as far as the widths are known."""
-        shape = output("xwininfo", "-shape", "-id", bar)
-        self.assertRegex(shape, "input shape", shape)
-        return 0
 
     def test_without_material_ctrl_k_only_says_so(self):
         with Stage("plain", "--color", "c8c8c8"), Program() as program:

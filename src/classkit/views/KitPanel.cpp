@@ -89,6 +89,7 @@ QWidget* KitPanel::makeHead() {
     auto* close = new Button(ButtonStyle::icon);
     close->setFocusPolicy(Qt::NoFocus);
     close->setSymbol(QStringLiteral("xmark"));
+    close->setSubdued(true);
     close->setToolTip(QStringLiteral("Ocultar"));
     close->setAccessibleName(QStringLiteral("Ocultar"));
     connect(close, &Button::clicked, this, &KitPanel::hide);

@@ -68,6 +68,7 @@ void KitSetupSection::addRows(QVBoxLayout& column) {
 void KitSetupSection::addLinkField(QVBoxLayout& column) {
     link_ = new TextField(QStringLiteral("Pega un link o un video de YouTube"));
     link_->setAccessibleName(link_->placeholderText());
+    link_->setToolTip(link_->placeholderText()); // the field is narrower
     link_->setAcceptDrops(false); // the whole section takes them
     connect(link_, &QLineEdit::returnPressed, this, &KitSetupSection::addLink);
     auto* add = new Button(ButtonStyle::ghost, QStringLiteral("Agregar"));

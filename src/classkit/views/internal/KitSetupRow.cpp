@@ -26,6 +26,7 @@ KitSetupRow::KitSetupRow(const KitItem& item, QWidget* parent)
     connect(title_, &QLineEdit::textEdited, this, &KitSetupRow::titleEdited);
     auto* remove = new Button(ButtonStyle::icon);
     remove->setSymbol(QStringLiteral("minus.circle.fill"));
+    remove->setSubdued(true);
     remove->setToolTip(QStringLiteral("Quitar de la lista"));
     remove->setAccessibleName(QStringLiteral("Quitar de la lista"));
     connect(remove, &Button::clicked, this, &KitSetupRow::removeRequested);
