@@ -90,7 +90,7 @@ class KitPanel(unittest.TestCase):
         self.assertEqual(text_of(folder, "Material", "guía 1.txt"), "contenido")
 
     def test_ctrl_k_and_its_cross_hide_it_and_the_bar_brings_it_back(self):
-        with Stage("plain", "--color", "c8c8c8"), Program(**{"kit.items": self.material}) as program:
+        with Stage("motion"), Program(**{"kit.items": self.material}) as program:
             video = program.begin_recording()
             wait_until("the panel", panel)
             press("ctrl+k")
@@ -107,7 +107,7 @@ class KitPanel(unittest.TestCase):
             program.end_recording(video)
 
     def test_without_material_ctrl_k_only_says_so(self):
-        with Stage("plain", "--color", "c8c8c8"), Program() as program:
+        with Stage("motion"), Program() as program:
             video = program.begin_recording()
             press("ctrl+k")
             time.sleep(1)
