@@ -6,7 +6,7 @@ namespace velmo {
 namespace {
 
 constexpr double kTickSeconds = 1.0 / 60;
-constexpr double kLookoutSeconds = 0.1; // for movements by programs, which no device reports
+constexpr double kLookoutSeconds = 0.2; // for movements by programs, which no device reports
 constexpr int kStillTicks = 30;         // half a second: the spot has long come to the mouse
 
 } // namespace

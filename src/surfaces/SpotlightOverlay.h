@@ -16,7 +16,7 @@ namespace velmo {
 /// Shows on the screen what the video shows round the pointer: the spotlight, and the bubble after a circle drawn in
 /// the air, for which it watches the mouse. Stays out of the video, as all windows of the program. Main thread.
 ///
-/// Between `start` and `stop` it looks at the mouse 60 times a second; only ten times while nothing is to be seen and
+/// Between `start` and `stop` it looks at the mouse 60 times a second; only five times while nothing is to be seen and
 /// the mouse rests, with `PointerMotion` to wake it at once; and not at all without spotlight and bubbles.
 class SpotlightOverlay final : public SpotlightPort {
 public:

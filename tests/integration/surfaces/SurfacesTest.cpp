@@ -180,7 +180,7 @@ TEST_F(Surfaces, AMouseThatRestsIsHardlyLookedAtUntilItMoves) {
     ASSERT_TRUE(waitUntil([&] { return !overlay.isTicking(); }));
     const int looks = mouse.looks;
     pass(1s);
-    EXPECT_LE(mouse.looks, looks + 11);
+    EXPECT_LE(mouse.looks, looks + 6);
     circle(0.5);
     EXPECT_TRUE(waitUntil([&] { return circles.size() == 1; }, 2s));
     EXPECT_TRUE(overlay.view()->bubble().isVisible());
