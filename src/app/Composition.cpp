@@ -1,8 +1,10 @@
 #include "app/Composition.h"
 
 #include "app/AboutPanel.h"
+#include "app/ClassKitAdapter.h"
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
+#include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
 #include "app/LibraryAdapter.h"
@@ -37,6 +39,7 @@
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
 #include "session/ScreenRecorderFactory.h"
@@ -81,6 +84,7 @@ struct Composition::Platform {
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
     X11ScreenCapture capture{std::nullopt, &audio, clock};
+    X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
     FfmpegAssetReaderFactory readers;
     FfmpegPassthroughWriterFactory passthroughWriters;
@@ -92,6 +96,7 @@ struct Composition::Platform {
     SysPowerSources power;
     StatvfsDiskSpace disk;
     DesktopFileActions files;
+    DesktopFileChooser fileChooser;
     DesktopApplication application;
     DesktopPointer pointer;
     XInputPointerMotion pointerMotion;
@@ -104,14 +109,23 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio),
+        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
+
+    static KitServices kitServices(Platform& platform) {
+        return {platform.files, platform.fileChooser, [&platform] { platform.application.toFront(); },
+                [](const QString& title, const QString& location) {
+                    RecorderController::shared().addChapter(title, location);
+                },
+                [](const QString& text) { RecorderController::shared().flashMessage(text); }};
+    }
 
     JsonDefaultsStore defaults{JsonDefaultsStore::standardFile(), &logLine};
     Prefs prefs{defaults};
     Devices devices;
-    ClassKit classKit{defaults};
+    ClassKit classKit;
+    ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
 };
@@ -209,7 +223,9 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
 
