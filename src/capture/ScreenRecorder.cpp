@@ -5,7 +5,7 @@
 namespace velmo {
 
 ScreenRecorder::ScreenRecorder(const RecorderServices& services)
-    : zoom_(services.clock), session_(std::make_unique<internal::RecordingSession>(services, zoom_, clicks_)) {}
+    : zoom_(services.clock), session_(std::make_unique<internal::RecordingSession>(services, zoom_, *clicks_)) {}
 
 ScreenRecorder::~ScreenRecorder() = default;
 

@@ -63,11 +63,13 @@ public:
     void setOnStop(OnStop onStop);
 
     ZoomProcessor& zoom() { return zoom_; }
-    ClickSuppressor& clicks() { return clicks_; }
+    ClickSuppressor& clicks() { return *clicks_; }
+    /// For those that note clicks on threads of their own, and may do so when the recorder has gone.
+    std::weak_ptr<ClickSuppressor> sharedClicks() const { return clicks_; }
 
 private:
     ZoomProcessor zoom_;
-    ClickSuppressor clicks_;
+    std::shared_ptr<ClickSuppressor> clicks_ = std::make_shared<ClickSuppressor>();
     std::unique_ptr<internal::RecordingSession> session_;
 };
 

@@ -78,16 +78,19 @@ void paintRim(QPainter& painter, QPointF center, double radius, double width, do
     constexpr double kDegrees = 180 / pi;
     const double middle = radius - width / 2;
     const QRectF circle(center.x() - middle, center.y() - middle, 2 * middle, 2 * middle);
+    QPainterPath arc; // one path and one pen for all segments: they keep their memory
+    QPen pen(QBrush(Qt::SolidPattern), width, Qt::SolidLine, Qt::FlatCap);
     for (int i = 0; i < kRimSegments; ++i) {
         const double turn = static_cast<double>(i) / kRimSegments;
         const double position = turn * static_cast<double>(colors.size());
         const auto first = static_cast<std::size_t>(position);
         const Color color = mixed(colors[first], colors[(first + 1) % colors.size()], position - std::floor(position));
         const double start = (base + turn * 2 * pi) * kDegrees;
-        QPainterPath arc;
+        arc.clear();
         arc.arcMoveTo(circle, start);
         arc.arcTo(circle, start, (2 * pi / kRimSegments + 0.01) * kDegrees);
-        painter.strokePath(arc, QPen(painted(color, alpha), width, Qt::SolidLine, Qt::FlatCap));
+        pen.setColor(painted(color, alpha));
+        painter.strokePath(arc, pen);
     }
 }
 

@@ -64,6 +64,9 @@ public:
     virtual void resizeOverlay(int key, Size size) = 0;
     /// Whether the noise of mouse clicks is taken out of the microphone's sound.
     virtual void setMutesClicks(bool mutes) = 0;
+    /// To be called with the host-clock seconds of each movement of a mouse button. Any thread, also when the recorder
+    /// has gone: it then does nothing.
+    virtual std::function<void(double time)> clickNoter() = 0;
     virtual void pause() = 0;
     virtual void resume() = 0;
     /// Ends capture and finishes the file.

@@ -3,6 +3,7 @@
 #include "base/Geometry.h"
 #include "base/Result.h"
 #include "classkit/Chapter.h"
+#include "platform/InputMonitors.h"
 #include "session/CaptureTarget.h"
 #include "session/Scene.h"
 #include "session/SessionServices.h"
@@ -224,6 +225,14 @@ private:
     void setZoom(bool on);
     void applyLevel(double level);
 
+    // ZoomMonitors.cpp
+    void keepMonitor(InputMonitors::Token monitor);
+    void watchClickTimes();
+    void watchGestures();
+    std::function<void(std::function<void(RecorderController&)>)> ofThisCapture();
+    void leftMouseDown();
+    void zoomGesture(double factor);
+
     SessionServices services_;
     SessionSurfaces surfaces_;
 
@@ -239,8 +248,9 @@ private:
     Scene scene_ = Scene::screen;
 
     std::unique_ptr<MainTimer> zoomTimer_;
-    double lastActivity_ = 0;                   ///< seconds of the clock, as all stamps here
-    Point lastMouse_;                           ///< global points
+    std::vector<InputMonitors::Token> clickMonitors_; ///< those that the platform granted
+    double lastActivity_ = 0;                         ///< seconds of the clock, as all stamps here
+    Point lastMouse_;                                 ///< global points
     std::unique_ptr<CaptureRecorder> starting_; ///< until nothing can fail any more; not in a coroutine, so that it
                                                 ///< ends with this object
     std::unique_ptr<CaptureRecorder> recorder_;

@@ -43,6 +43,13 @@ public:
     }
     void resizeOverlay(int key, Size size) override { recorder_.resizeOverlay(key, size); }
     void setMutesClicks(bool mutes) override { recorder_.clicks().setEnabled(mutes); }
+    std::function<void(double)> clickNoter() override {
+        return [clicks = recorder_.sharedClicks()](double time) {
+            if (const auto suppressor = clicks.lock()) {
+                suppressor->note(time);
+            }
+        };
+    }
     void pause() override { recorder_.pause(); }
     void resume() override { recorder_.resume(); }
     void stop(FileCompletion completion) override { recorder_.stop(std::move(completion)); }

@@ -147,6 +147,7 @@ void RecorderController::finish(bool keepPreview) {
 
 void RecorderController::resetEffects() {
     zoomTimer_.reset();
+    clickMonitors_.clear();
     publish(zoomOn_, false, &RecorderController::zoomOnChanged);
     publish(regionOn_, false, &RecorderController::regionOnChanged);
     publish(spotlightOn_, false, &RecorderController::spotlightOnChanged);

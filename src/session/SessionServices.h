@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "classkit/Chapter.h"
 #include "classkit/KitItem.h"
+#include "platform/InputMonitors.h"
 #include "platform/Machine.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
@@ -109,7 +110,8 @@ struct SessionSurfaces {
     ClassMaterial* classKit = nullptr;
     TeleprompterPort* teleprompter = nullptr;
     RegionPickerPort* regionPicker = nullptr;
-    PointerPort* pointer = nullptr; ///< without it the zoom stays where it was put
+    PointerPort* pointer = nullptr;         ///< without it the zoom stays where it was put
+    InputMonitors* inputMonitors = nullptr; ///< without them no zoom by click or gesture, and clicks stay audible
 };
 
 } // namespace velmo

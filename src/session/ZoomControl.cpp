@@ -27,11 +27,13 @@ void RecorderController::startZoomTracking(const Screen& screen) {
     recorder_->zoom().configure(screen.frame);
     recorder_->zoom().setLevel(prefs.zoomLevel);
     recorder_->setMutesClicks(prefs.muteClicks);
+    watchClickTimes();
     publish(zoomOn_, false, &RecorderController::zoomOnChanged);
     if (surfaces_.pointer != nullptr) {
         lastMouse_ = surfaces_.pointer->location();
     }
     zoomTimer_ = services_.timers.repeat(kTickSeconds, [this] { schedule([this] { zoomTick(); }); });
+    watchGestures();
 }
 
 /// Also while paused. Nothing else belongs in here: it runs thirty times a second.

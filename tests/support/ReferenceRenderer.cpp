@@ -104,18 +104,23 @@ private:
         return std::pow(mask + (1 - mask) * dimmed, 1 / 2.2);
     }
 
-    /// The figure on a clear sheet of the size of the frame and a margin, so that its edges cut nothing.
+    /// The figure on a clear sheet with room all round.
     QImage drawnBubble() const {
         if (!scene_.bubble) {
             return {};
         }
-        const Point at = inFrame(scene_.bubble->at);
-        QImage sheet(width_ + 2 * kMargin, height_ + 2 * kMargin, QImage::Format_ARGB32_Premultiplied);
-        sheet.fill(Qt::transparent);
-        QPainter painter(&sheet);
-        PointerBubble::draw(painter, {at.x + kMargin, height_ - at.y + kMargin}, 0.034 * height_, scene_.bubble->age,
+        const Point sheet = scene_.bubble->sheet;
+        const Point exact = inFrame(scene_.bubble->at);
+        const double x = std::floor(exact.x * 64 + 0.5) / 64;
+        const double y = std::floor((height_ - exact.y) * 64 + 0.5) / 64;
+        const double side = 0.034 * height_ * 4.2 + 80;
+        QImage drawn(static_cast<int>(x - sheet.x + side), static_cast<int>(y - sheet.y + side),
+                     QImage::Format_ARGB32_Premultiplied);
+        drawn.fill(Qt::transparent);
+        QPainter painter(&drawn);
+        PointerBubble::draw(painter, {x - sheet.x, y - sheet.y}, 0.034 * height_, scene_.bubble->age,
                             scene_.bubble->colors);
-        return sheet;
+        return drawn;
     }
 
     void layBubble(const ImagePlane& target, int i, int j) const {
@@ -138,9 +143,11 @@ private:
         }
     }
 
-    /// As stored: premultiplied.
-    QRgb pixelOf(int x, int y) const {
-        return reinterpret_cast<const QRgb*>(bubble_.constScanLine(y + kMargin))[x + kMargin];
+    /// As stored: premultiplied. Clear beside the sheet.
+    QRgb pixelOf(int frameX, int frameY) const {
+        const int x = frameX - static_cast<int>(scene_.bubble->sheet.x);
+        const int y = frameY - static_cast<int>(scene_.bubble->sheet.y);
+        return bubble_.valid(x, y) ? reinterpret_cast<const QRgb*>(bubble_.constScanLine(y))[x] : 0;
     }
 
     static double codeOf(const ImagePlane& target, const std::array<double, 4>& color, int c) {
@@ -154,8 +161,6 @@ private:
         }
         return 128 * alpha + 224 * (c == 0 ? (blue - luma) / 1.8556 : (red - luma) / 1.5748);
     }
-
-    static constexpr int kMargin = 400;
 
     const ReferenceScene& scene_;
     double factor_;

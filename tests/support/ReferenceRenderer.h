@@ -15,6 +15,9 @@ struct ReferenceScene {
         Point at;
         double age = 0;
         std::vector<Color> colors;
+        /// Where the sheet that it is drawn on begins, in whole frame pixels from the upper left, y down. Where lines
+        /// are wider than the figure, the drawing comes out some levels apart at another place of a sheet.
+        Point sheet{-400, -400};
     };
 
     Point center{0.5, 0.5};

@@ -7,12 +7,14 @@
 //   lecture  a slide on which a letter appears ten times a second, and which changes every 10 s
 //   scroll   a page of text that moves by 8 pixels a frame
 //   motion   every pixel changes in every frame
+//   tone     one colour, and a steady tone with marks on the sink `micfeed`, see ToneSound
 //   flash    black; white for 100 ms every 2 s while a 1 kHz beep sounds on the sink `micfeed`
 //
-// All but plain and flash burn a frame counter into the upper left corner: 24 cells of 16 pixels, most significant bit
-// first, white for 1, with a white and a black cell before them.
+// All but plain, tone and flash burn a frame counter into the upper left corner: 24 cells of 16 pixels, most
+// significant bit first, white for 1, with a white and a black cell before them.
 
 #include "FlashSound.h"
+#include "ToneSound.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -138,6 +140,14 @@ private:
     Options options_;
 };
 
+class Tone final : public Plain {
+public:
+    using Plain::Plain;
+
+private:
+    ToneSound sound_;
+};
+
 class Still : public Workload {
 public:
     explicit Still(const Options& options) : options_(options) {}
@@ -247,8 +257,8 @@ std::unique_ptr<Workload> make(const Options& options) {
 }
 
 const std::map<std::string, std::function<std::unique_ptr<Workload>(const Options&)>> kWorkloads = {
-    {"plain", make<Plain>},   {"still", make<Still>},   {"lecture", make<Lecture>},
-    {"scroll", make<Scroll>}, {"motion", make<Motion>}, {"flash", make<Flash>},
+    {"plain", make<Plain>},   {"still", make<Still>}, {"lecture", make<Lecture>}, {"scroll", make<Scroll>},
+    {"motion", make<Motion>}, {"flash", make<Flash>}, {"tone", make<Tone>},
 };
 
 void burnCounter(const Server& server, int n) {
@@ -376,9 +386,9 @@ bool parse(int count, char** arguments, Options& options) {
 int main(int count, char** arguments) {
     Options options;
     if (!parse(count, arguments, options)) {
-        std::fprintf(stderr,
-                     "usage: velmo-stage plain|still|lecture|scroll|motion|flash [--fps N] [--size WxH] [--at X,Y] "
-                     "[--seconds S] [--color RRGGBB] [--title T] [--unmanaged]\n");
+        std::fprintf(
+            stderr, "usage: velmo-stage plain|still|lecture|scroll|motion|flash|tone [--fps N] [--size WxH] [--at X,Y] "
+                    "[--seconds S] [--color RRGGBB] [--title T] [--unmanaged]\n");
         return 2;
     }
     Server server;

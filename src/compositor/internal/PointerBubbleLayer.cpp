@@ -17,6 +17,11 @@ constexpr int kRowGrid = 2;
 constexpr double kSidePerRadius = 4.2; // room for the halo at its widest
 constexpr int kRoomForLines = 8;       // they do not get thinner in a tiny frame
 
+/// To 1/64 of a pixel, as fine as curves are drawn: so the figure is the same wherever its bitmap stands.
+double asDrawn(double position) {
+    return std::floor(position * 64 + 0.5) / 64;
+}
+
 int onGrid(double position, int grid) {
     return static_cast<int>(std::floor(position / grid)) * grid;
 }
@@ -31,7 +36,8 @@ int spanOnGrid(int length, int grid) {
 bool PointerBubbleLayer::prepare(const PointerFigure& figure, const CropWindow& window, int width, int height) {
     const double radius = PointerBubble::radiusFraction * height;
     const int side = static_cast<int>(std::ceil(radius * kSidePerRadius)) + kRoomForLines;
-    const Point middle = window.inFrame(figure.at, width, height);
+    const Point place = window.inFrame(figure.at, width, height);
+    const Point middle{asDrawn(place.x), asDrawn(place.y)};
     const double reach = side / 2.0;
     const bool isInFrame =
         middle.x > -reach && middle.x < width + reach && middle.y > -reach && middle.y < height + reach;

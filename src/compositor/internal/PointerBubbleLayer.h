@@ -11,8 +11,8 @@ namespace velmo::internal {
 /// zoomed picture, but its size is the frame's.
 ///
 /// The bitmap stands on a grid of the frame (64 pixels across for whole blocks of a row, 2 down for whole rows of
-/// chroma), and the figure is drawn into it with its middle at the exact place, to the fraction of a pixel. So nothing
-/// is resampled, and a slow pointer moves it smoothly.
+/// chroma), and the figure is drawn into it with its middle at its place, to 1/64 of a pixel. So nothing is
+/// resampled, and a slow pointer moves it smoothly.
 class PointerBubbleLayer final : public Layer {
 public:
     /// Draws the figure. False when nothing of it would be seen. The bitmap is kept while the size of the frame stays;

@@ -181,16 +181,18 @@ TEST_F(Writing, AnInputThatIsFullRefusesAndNeverWaits) {
     writer->startSession(MediaTime::zero());
     const FrameRef picture = noisyPicture(1920, 1080, 1);
     int taken = 0;
-    double longest = 0;
+    std::vector<double> took;
     for (int i = 0; i < 30; ++i) {
         const auto begin = std::chrono::steady_clock::now();
         taken += video->append(pictureSample(picture, MediaTime(i, 30))) ? 1 : 0;
-        longest = std::max(longest, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        took.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
     }
     EXPECT_FALSE(video->isReadyForMoreMediaData());
     EXPECT_GE(taken, 8);
     EXPECT_LT(taken, 30);
-    EXPECT_LT(longest, 0.02);
+    // The middle one: on a busy machine any single call may be put off.
+    std::nth_element(took.begin(), took.begin() + 15, took.end());
+    EXPECT_LT(took[15], 0.002);
     finish(*writer);
     EXPECT_EQ(packets(writer->outputPath(), "v:0").size(), static_cast<std::size_t>(taken));
 }
@@ -212,22 +214,27 @@ TEST_F(Writing, UnderSustainedLoadThePresetStepsDownAndTheFileStaysWhole) {
     for (unsigned i = 0; i < 4; ++i) {
         noise.push_back(noisyPicture(1280, 720, i));
     }
-    constexpr int kFrames = 60;
-    for (int i = 0; i < kFrames; ++i) {
-        ASSERT_TRUE(appendWhenReady(*video, pictureSample(noise[static_cast<std::size_t>(i % 4)], MediaTime(i, 400))));
+    const auto told = [&] {
+        const std::lock_guard guard(lock);
+        return lines.size();
+    };
+    int frames = 0;
+    for (int more = 10; more > 0 && frames < 600; more -= told() < 2 ? 0 : 1, ++frames) {
+        ASSERT_TRUE(appendWhenReady(
+            *video, pictureSample(noise[static_cast<std::size_t>(frames % 4)], MediaTime(frames, 400))));
     }
     finish(*writer);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_THAT(lines[0], testing::HasSubstr("veryfast a superfast"));
     EXPECT_THAT(lines[1], testing::HasSubstr("superfast a ultrafast"));
     const auto written = packets(writer->outputPath(), "v:0");
-    EXPECT_EQ(written.size(), static_cast<std::size_t>(kFrames));
+    EXPECT_EQ(written.size(), static_cast<std::size_t>(frames));
     const auto keys = std::count_if(written.begin(), written.end(), [](const Entry& packet) {
         return packet.at("flags").find('K') != std::string::npos;
     });
     EXPECT_GE(keys, 3); // the first, and one for each new preset
     EXPECT_EQ(streams(writer->outputPath())[0].at("profile"), "High");
-    EXPECT_EQ(decodePictures(writer->outputPath()).count(), static_cast<std::size_t>(kFrames));
+    EXPECT_EQ(decodePictures(writer->outputPath()).count(), static_cast<std::size_t>(frames));
     EXPECT_EQ(complaints(writer->outputPath()), "");
 }
 

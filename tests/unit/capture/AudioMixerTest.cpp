@@ -1,12 +1,12 @@
 #include "capture/AudioMixer.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -157,9 +157,9 @@ TEST_F(MixerOverFakes, PictureAndSoundAreCopiedSideBySide) {
 TEST_F(MixerOverFakes, TheTemporaryFileLiesBesideTheRecordingUnderAHiddenName) {
     mix({});
     EXPECT_EQ(temporary_.parent_path(), folder_);
-    EXPECT_TRUE(std::regex_match(
+    EXPECT_THAT(
         temporary_.filename().string(),
-        std::regex("\\.mezcla-[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\.mp4")));
+        testing::MatchesRegex("\\.mezcla-[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\.mp4"));
     const auto first = temporary_;
     mix({});
     EXPECT_NE(temporary_, first);

@@ -35,14 +35,24 @@ FrameContents bubbleAt(Point at, double age = 1, internal::CropWindow window = {
     return {window, {}, PointerFigure{at, age, kPalette}};
 }
 
-test::ReferenceScene sceneOf(const FrameContents& contents) {
+/// The law of the bitmap: its corner is the last one of a grid of 64 x 2 pixels that leaves the figure its room.
+Point sheetFor(const FrameContents& contents, int width, int height) {
+    const double half = (std::ceil(0.034 * height * 4.2) + 8) / 2;
+    const Point place = contents.pointerFigure->at;
+    const double x = ((place.x - contents.window.center.x) * contents.window.scale + 0.5) * width;
+    const double y = (0.5 - (place.y - contents.window.center.y) * contents.window.scale) * height;
+    return {std::floor((x - half) / 64) * 64, std::floor((y - half) / 2) * 2};
+}
+
+test::ReferenceScene sceneOf(const FrameContents& contents, int width, int height) {
     test::ReferenceScene scene;
     scene.center = contents.window.center;
     scene.scale = contents.window.scale;
     scene.spot = contents.spotlight.at;
     scene.spotAlpha = contents.spotlight.alpha;
     if (contents.pointerFigure) {
-        scene.bubble = {contents.pointerFigure->at, contents.pointerFigure->age, *contents.pointerFigure->colors};
+        scene.bubble = {contents.pointerFigure->at, contents.pointerFigure->age, *contents.pointerFigure->colors,
+                        sheetFor(contents, width, height)};
     }
     return scene;
 }
@@ -51,7 +61,7 @@ void expectAgreement(FrameRenderer& renderer, const FrameRef& source, const Fram
                      const std::string& name) {
     const FrameRef actual = renderer.render(*source, contents);
     ASSERT_TRUE(actual);
-    const FrameRef expected = test::referenceRender(*source, sceneOf(contents));
+    const FrameRef expected = test::referenceRender(*source, sceneOf(contents, source->width(), source->height()));
     ASSERT_TRUE(picturesAgree(*actual, *expected, 1, name))
         << "size " << source->width() << "x" << source->height() << ", centre " << contents.window.center.x << ", "
         << contents.window.center.y << ", scale " << contents.window.scale << ", spot " << contents.spotlight.at.x
@@ -237,6 +247,18 @@ TEST(PointerBubbleLayer, FollowsTheSizeOfTheFrame) {
     for (const int height : {64, 400, 200, 1080}) {
         const FrameRef source = makePicture(PixelFormat::nv12, height * 2, height, Content::noise);
         ASSERT_NO_FATAL_FAILURE(expectAgreement(renderer, source, bubbleAt({0.4, 0.3}), "bubble-sizes"));
+    }
+}
+
+TEST(PointerBubbleLayer, TheSheetThatTheFigureIsDrawnOnMakesNoDifferenceInAUsualFrame) {
+    FrameRenderer renderer = makeRenderer();
+    const FrameRef source = makePicture(PixelFormat::nv12, 1280, 720, Content::noise);
+    for (const Point place : {Point{0.13, 0.31}, Point{0.5, 0.5}, Point{0.871, 0.997}}) {
+        const FrameContents contents = bubbleAt(place, 0.9);
+        test::ReferenceScene scene = sceneOf(contents, 1280, 720);
+        scene.bubble->sheet = {-400, -400};
+        EXPECT_TRUE(picturesAgree(*renderer.render(*source, contents), *test::referenceRender(*source, scene), 2,
+                                  "another-sheet"));
     }
 }
 

@@ -22,6 +22,7 @@ TEST_P(FramePathAllocations, AreNoneOnceTheFirstFrameIsThrough) {
     ZoomProcessor zoom(clock);
     zoom.configure({0, 0, 1920, 1080});
     zoom.setEnabled(true);
+    zoom.setSpotlight(true);
     const FrameRef source = test::makePicture(GetParam(), 320, 180, test::Content::noise);
     const FrameRef overlay = test::makePicture(PixelFormat::bgra, 16, 16, test::Content::noise);
     std::vector<std::vector<BubbleInfo>> lists(300, std::vector<BubbleInfo>(3)); // the caller's own
@@ -35,6 +36,7 @@ TEST_P(FramePathAllocations, AreNoneOnceTheFirstFrameIsThrough) {
     for (int i = 0; i < 300; ++i) {
         zoom.update({i * 5.0, i * 3.0}, std::move(lists[static_cast<std::size_t>(i)]));
         zoom.setLevel(1.5 + i % 100 / 40.0);
+        zoom.setSpotlight(i % 50 < 30);
         zoom.setOverlay(i % 3, overlay);
         zoom.stepTo(0.1 + i / 30.0);
         rendered += zoom.needsProcessing() && zoom.isAnimating() ? 1 : 0;

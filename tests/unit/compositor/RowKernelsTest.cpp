@@ -1,7 +1,8 @@
 #include "compositor/internal/RowKernels.h"
 
+#include "OnlyTarget.h"
+
 #include <gtest/gtest.h>
-#include <hwy/targets.h>
 #include <random>
 #include <vector>
 
@@ -10,21 +11,6 @@ namespace {
 
 struct alignas(64) Block {
     std::int16_t words[32];
-};
-
-/// Limits the machine to one instruction set for as long as it lives.
-class OnlyTarget {
-public:
-    explicit OnlyTarget(std::int64_t target) {
-        hwy::SetSupportedTargetsForTest(target);
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-    }
-    ~OnlyTarget() {
-        hwy::SetSupportedTargetsForTest(0);
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-    }
-    OnlyTarget(const OnlyTarget&) = delete;
-    OnlyTarget& operator=(const OnlyTarget&) = delete;
 };
 
 std::vector<std::uint8_t> renderRow(int unitBytes) {
@@ -50,16 +36,10 @@ std::vector<std::uint8_t> renderRow(int unitBytes) {
 }
 
 TEST(RowKernels, EveryInstructionSetOfThisMachineGivesTheSameBytes) {
-    const std::int64_t all = hwy::SupportedTargets();
     int compared = 0;
     for (const int unitBytes : {1, 2, 4}) {
         const std::vector<std::uint8_t> best = renderRow(unitBytes);
-        for (std::int64_t left = all; left != 0; left &= left - 1) {
-            const std::int64_t target = left & -left;
-            const OnlyTarget only(target);
-            EXPECT_EQ(renderRow(unitBytes), best) << hwy::TargetName(target);
-            ++compared;
-        }
+        compared += test::onEachTarget([&](const char* name) { EXPECT_EQ(renderRow(unitBytes), best) << name; });
     }
     EXPECT_GE(compared, 3);
 }

@@ -97,6 +97,60 @@ TEST_F(ZoomRender, WithOnlyAPointerBubbleLiveTheScreenIsTheWholeFrame) {
     EXPECT_TRUE(picturesAgree(*sample->image, *picture_, 0, "pointer-bubble-alone"));
 }
 
+TEST_F(ZoomRender, ThePointerBubbleIsInTheFrameForItsTimeAndNoLonger) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::flat);
+    zoom_.configure({0, 0, 320, 180});
+    zoom_.update({100, 60}, {});
+    zoom_.stepTo(0);
+    zoom_.showBubble(500, {{1, 0, 0, 1}});
+    clock_.advance(1.5);
+    const auto shown = render(source);
+    ASSERT_TRUE(shown);
+    test::ReferenceScene scene;
+    scene.bubble = {{100 / 320.0, 60 / 180.0}, 1.5, {{1, 0, 0, 1}}};
+    EXPECT_TRUE(picturesAgree(*shown->image, *test::referenceRender(*source, scene), 1, "bubble-of-the-clock"));
+    EXPECT_FALSE(picturesAgree(*shown->image, *source, 30, "bubble-shown"));
+    clock_.advance(1.95);
+    EXPECT_FALSE(render(source));
+    EXPECT_FALSE(zoom_.needsProcessing());
+    zoom_.showBubble(600, {{1, 0, 0, 1}}); // a clock that ran back
+    EXPECT_FALSE(render(source));
+    EXPECT_FALSE(zoom_.needsProcessing());
+}
+
+TEST_F(ZoomRender, ANewBubbleReplacesTheRunningOne) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::flat);
+    zoom_.showBubble(497, {{1, 0, 0, 1}});
+    zoom_.showBubble(499, {{0, 1, 0, 1}, {0, 0, 1, 1}});
+    test::ReferenceScene scene;
+    scene.bubble = {{0.5, 0.5}, 1, {{0, 1, 0, 1}, {0, 0, 1, 1}}};
+    EXPECT_TRUE(picturesAgree(*render(source)->image, *test::referenceRender(*source, scene), 1, "new-bubble"));
+}
+
+TEST_F(ZoomRender, FramesOfARunningSpotlightAgreeWithTheReference) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::noise);
+    zoom_.configure({0, 0, 320, 180});
+    zoom_.setSpotlight(true);
+    zoom_.setEnabled(true);
+    int rendered = 0;
+    for (int i = 0; i < 90; ++i) {
+        zoom_.update({i * 4.0, 180 - i * 2.5}, {});
+        zoom_.setSpotlight(i < 45);
+        zoom_.setEnabled(i % 40 < 20);
+        zoom_.stepTo(i / 30.0);
+        const auto sample = render(source);
+        if (!sample) {
+            continue;
+        }
+        ++rendered;
+        const ZoomMotion& motion = zoom_.motion();
+        const test::ReferenceScene scene{motion.center(), motion.scale(), motion.spot(), motion.spotAlpha(), {}};
+        ASSERT_TRUE(picturesAgree(*sample->image, *test::referenceRender(*source, scene), 1, "running-spotlight"))
+            << "frame " << i;
+    }
+    EXPECT_GT(rendered, 80);
+}
+
 TEST_F(ZoomRender, EachLiveEffectMakesAFrame) {
     zoom_.setSpotlight(true);
     zoom_.stepTo(0);

@@ -76,7 +76,7 @@ TEST(EncoderLoad, OneHeavyPictureIsNoLoad) {
 TEST(EncoderLoad, AfterAChangeItMeasuresAnew) {
     EncoderLoad load(kInterval, kLimit);
     int told = 0;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 3; ++i) {
         told += load.isTooHigh(0.1, 6) ? 1 : 0;
     }
     EXPECT_EQ(told, 1);

@@ -93,6 +93,9 @@ public:
     void setMutesClicks(bool mutes) override {
         calls_.push_back(mutes ? "recorder.setMutesClicks true" : "recorder.setMutesClicks false");
     }
+    std::function<void(double)> clickNoter() override {
+        return [this](double time) { calls_.push_back("recorder.noteClick " + text(time)); };
+    }
     void pause() override { calls_.push_back("recorder.pause"); }
     void resume() override { calls_.push_back("recorder.resume"); }
     void stop(FileCompletion completion) override {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FakeMonitors.h"
 #include "FakeRecorders.h"
 #include "FakeServices.h"
 #include "FakeSurfaces.h"
@@ -50,9 +51,9 @@ protected:
                 capture, recorders, devices, permissions, library,     mixer,   log,   kOwnProcess};
     }
     SessionSurfaces surfaces() {
-        return {&setupPanel, &controlBar,   &libraryWindow, &countdown,    &camera, &secondCamera, nullptr,
-                &bubble,     &secondBubble, &phone,         &drawing,      &board,  &spotlight,    &presenter,
-                &kitPanel,   &classKit,     &teleprompter,  &regionPicker, &pointer};
+        return {&setupPanel, &controlBar,   &libraryWindow, &countdown,    &camera,  &secondCamera, nullptr,
+                &bubble,     &secondBubble, &phone,         &drawing,      &board,   &spotlight,    &presenter,
+                &kitPanel,   &classKit,     &teleprompter,  &regionPicker, &pointer, &monitors};
     }
 
     void addWindow(WindowId id, Rect frame) { capture.content.windows.push_back({id, frame, kOwnProcess, ""}); }
@@ -110,6 +111,7 @@ protected:
     FakeTeleprompter teleprompter{calls, "teleprompter"};
     FakeRegionPicker regionPicker{calls, "regionPicker"};
     FakePointer pointer;
+    FakeMonitors monitors;
 
     std::unique_ptr<RecorderController> controller;
 };

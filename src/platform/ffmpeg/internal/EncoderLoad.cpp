@@ -7,7 +7,7 @@ namespace velmo::internal {
 namespace {
 
 constexpr int kAveragedFrames = 8;
-constexpr int kLeastFrames = 4;         // measured before anything is said, so that one key frame cannot decide
+constexpr int kLeastFrames = 3;         // measured before anything is said, so that one key frame cannot decide
 constexpr double kLongestCounted = 3.0; // intervals; a hiccup of the machine counts no more than a slow picture
 
 } // namespace

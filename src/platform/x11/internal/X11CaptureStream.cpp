@@ -20,6 +20,9 @@ X11CaptureStream::X11CaptureStream(std::unique_ptr<XConnection> connection, std:
       clock_(clock), connection_(std::move(connection)), configuration_(configuration) {}
 
 X11CaptureStream::~X11CaptureStream() {
+    { // a start that is still under way on another thread, whose completion ends us on the capture thread
+        const std::lock_guard guard(lock_);
+    }
     if (outputs_ != nullptr) {
         outputs_->reports().closeAndWait();
         mailbox_->requestStop({});
