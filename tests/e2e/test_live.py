@@ -48,8 +48,8 @@ class Zoom(unittest.TestCase):
     MOUSE = (600, 400)
     MARK = (700, 460)
 
-    def record(self, act, *points, **settings):
-        with Stage("plain", "--unmanaged", "--color", GROUND), Mark(*self.MARK), Hands() as hands, \
+    def record(self, act, *points, mark=MARK, side=24, **settings):
+        with Stage("plain", "--unmanaged", "--color", GROUND), Mark(*mark, side), Hands() as hands, \
                 Program(micID="none", **settings) as program:
             hands.move(*self.MOUSE)
             path = program.begin_recording(PLAIN_BYTES)
@@ -78,9 +78,9 @@ class Zoom(unittest.TestCase):
                 hands.move(*(round(a + (b - a) * step / 30) for a, b in zip(self.MOUSE, corner)))
                 time.sleep(0.03)
 
-        with Mark(*corner, side=60):
-            # Beside the middle of the mark, where the pointer does not cover it.
-            frames = self.record(act, (place[0] - 40, place[1] - 40), magnified(self.MOUSE, self.MARK, 2))
+        # Beside the middle of the mark, where the pointer does not cover it.
+        seen = [(x - 12, y - 12) for x, y in (place, corner)]
+        frames = self.record(act, *seen, mark=corner, side=40)
         self.assertEqual(lit(frames), [1, 0])
 
     def test_the_wheel_zooms_with_alt_and_scrolls_without(self):
@@ -186,8 +186,8 @@ class Envelope:
     """How loud the tone of 1 kHz is in a file, twice a millisecond, each over one of its cycles, as parts of the normal."""
 
     def __init__(self, path):
-        raw = subprocess.run(["ffmpeg", "-v", "error", "-i", path, "-map", "0:a:0", "-ac", "1", "-ar", str(RATE), "-f", "f32le", "-"],
-                             capture_output=True, check=True).stdout
+        decode = ["ffmpeg", "-v", "error", "-i", path, "-map", "0:a:0", "-ac", "1", "-ar", str(RATE), "-f", "f32le", "-"]
+        raw = subprocess.run(decode, capture_output=True, check=True).stdout
         samples = array.array("f", raw)
         power = [0.0, *itertools.accumulate(sample * sample for sample in samples)]
         loudness = [max(0.0, power[i + CYCLE] - power[i]) ** 0.5 for i in range(0, len(samples) - CYCLE, STEP)]
@@ -248,7 +248,8 @@ class Clicks(unittest.TestCase):
         loudness = Envelope(path)
         marks = loudness.stretches(1.5, True)
         # The host second at which the file begins, known from the marks up to whole seconds, and from the start to less.
-        fraction = statistics.median((tone.marks[0] - begin + 0.5 - began) % 1 for begin, _ in marks[1:]) - 0.5 + began  # the first mark may be cut
+        # The first mark may be cut.
+        fraction = statistics.median((tone.marks[0] - begin + 0.5 - began) % 1 for begin, _ in marks[1:]) - 0.5 + began
         zero = fraction - round(fraction - (began - 0.4))
         return loudness, marks, [(before - zero, after - zero) for before, after in moves]
 
