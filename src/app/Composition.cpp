@@ -1,8 +1,10 @@
 #include "app/Composition.h"
 
 #include "app/AboutPanel.h"
+#include "app/ClassKitAdapter.h"
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
+#include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
 #include "app/LibraryAdapter.h"
@@ -16,6 +18,7 @@
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
+#include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/views/LibraryWindow.h"
 #include "panels/Alerts.h"
@@ -29,6 +32,7 @@
 #include "platform/desktop/QtScreens.h"
 #include "platform/desktop/StatvfsDiskSpace.h"
 #include "platform/desktop/SysPowerSources.h"
+#include "platform/desktop/XInputPointerMotion.h"
 #include "platform/desktop/XcbHotKeyService.h"
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
@@ -42,6 +46,8 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "surfaces/RegionPicker.h"
+#include "surfaces/SpotlightOverlay.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -90,8 +96,10 @@ struct Composition::Platform {
     SysPowerSources power;
     StatvfsDiskSpace disk;
     DesktopFileActions files;
+    DesktopFileChooser fileChooser;
     DesktopApplication application;
     DesktopPointer pointer;
+    XInputPointerMotion pointerMotion;
     GrantedPermissions permissions;
     XcbHotKeyService hotKeys;
     DisplayWatch displayWatch{displays, delayedCalls};
@@ -101,14 +109,23 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio),
+        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
+
+    static KitServices kitServices(Platform& platform) {
+        return {platform.files, platform.fileChooser, [&platform] { platform.application.toFront(); },
+                [](const QString& title, const QString& location) {
+                    RecorderController::shared().addChapter(title, location);
+                },
+                [](const QString& text) { RecorderController::shared().flashMessage(text); }};
+    }
 
     JsonDefaultsStore defaults{JsonDefaultsStore::standardFile(), &logLine};
     Prefs prefs{defaults};
     Devices devices;
-    ClassKit classKit{defaults};
+    ClassKit classKit;
+    ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
 };
@@ -135,12 +152,17 @@ struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
           controlBar(recorder, &microphone),
-          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}) {}
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, {RecordMode::screen}}),
+          spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+    }
 
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
     ControlBar controlBar;
     SetupPanel setupPanel;
+    SpotlightOverlay spotlight;
+    RegionPicker regionPicker;
 };
 
 Composition::Composition()
@@ -199,8 +221,11 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
+    surfaces.spotlight = &surfaces_->spotlight;
+    surfaces.regionPicker = &surfaces_->regionPicker;
     surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
 

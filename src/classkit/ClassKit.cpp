@@ -1,12 +1,14 @@
 #include "classkit/ClassKit.h"
 
-#include "base/AtomicFile.h"
 #include "classkit/KitJson.h"
+#include "classkit/internal/FilePath.h"
 
 #include <QJsonDocument>
 
 #include <cassert>
+#include <set>
 #include <system_error>
+#include <utility>
 
 namespace velmo {
 
@@ -16,8 +18,6 @@ ClassKit* sharedKit = nullptr;
 
 const QString kItemsKey = QStringLiteral("kit.items");
 const QString kCopyKey = QStringLiteral("kit.copiar");
-constexpr const char* kFolderSuffix = " · material";
-constexpr const char* kRecordName = ".clase.json";
 
 std::vector<KitItem> storedItems(const DefaultsStore& store) {
     const auto json = store.data(kItemsKey);
@@ -29,15 +29,10 @@ bool storedCopyFiles(const DefaultsStore& store) {
     return store.boolean(kCopyKey).value_or(true);
 }
 
-bool isThere(const std::filesystem::path& path) {
-    std::error_code ignored;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
-}
-
 } // namespace
 
-ClassKit::ClassKit(DefaultsStore& store)
-    : store_(store), items_(storedItems(store)), copyFiles_(storedCopyFiles(store)) {}
+ClassKit::ClassKit(DefaultsStore& store, KitServices services)
+    : store_(store), services_(std::move(services)), items_(storedItems(store)), copyFiles_(storedCopyFiles(store)) {}
 
 ClassKit::~ClassKit() {
     if (sharedKit == this) {
@@ -67,35 +62,93 @@ void ClassKit::reload() {
     auto stored = storedItems(store_);
     if (stored != items_) {
         items_ = std::move(stored);
-        save();
-        emit itemsChanged();
+        changed();
     }
     setCopyFiles(storedCopyFiles(store_));
+}
+
+void ClassKit::addFiles() {
+    services_.toFront();
+    services_.chooser.chooseFiles(QStringLiteral("Agregar material a la clase"), QStringLiteral("Agregar"),
+                                  [this](const std::vector<std::filesystem::path>& files) { add(files); });
+}
+
+void ClassKit::add(const std::vector<std::filesystem::path>& files) {
+    std::set<QString> present;
+    for (const KitItem& item : items_) {
+        present.insert(item.location);
+    }
+    const std::size_t before = items_.size();
+    for (const std::filesystem::path& file : files) {
+        const std::filesystem::path path = internal::withoutEndingSlash(file);
+        const QString location = QString::fromStdString(path.native());
+        if (!present.contains(location)) {
+            items_.push_back(
+                {QUuid::createUuid(), KitItem::Kind::file, QString::fromStdString(path.stem().native()), location});
+        }
+    }
+    if (items_.size() > before) {
+        changed();
+    }
+}
+
+bool ClassKit::add(const QString& web) {
+    auto item = KitItem::web(web);
+    if (!item) {
+        return false;
+    }
+    items_.push_back(std::move(*item));
+    changed();
+    return true;
+}
+
+void ClassKit::setTitle(const QUuid& id, const QString& title) {
+    for (KitItem& item : items_) {
+        if (item.id == id) {
+            item.title = title;
+            changed();
+            return;
+        }
+    }
+}
+
+void ClassKit::remove(const KitItem& item) {
+    std::erase_if(items_, [id = item.id](const KitItem& each) { return each.id == id; });
+    changed();
+}
+
+void ClassKit::removeAll() {
+    items_.clear();
+    changed();
+}
+
+void ClassKit::open(const KitItem& item) {
+    const KitItem opened = item; // `item` may be one of ours, and the list may change below
+    if (opened.kind == KitItem::Kind::file) {
+        const std::filesystem::path file = internal::pathOf(opened.location);
+        std::error_code ignored;
+        if (!std::filesystem::exists(file, ignored)) {
+            services_.flash(QStringLiteral("No se encuentra «") + opened.title + QStringLiteral("»"));
+            return;
+        }
+        services_.files.open(file);
+    } else {
+        const auto url = opened.url();
+        if (!url) {
+            return;
+        }
+        services_.files.openAddress(url->toEncoded().toStdString());
+    }
+    services_.addChapter(opened.title, opened.location);
 }
 
 void ClassKit::save() {
     store_.setData(kItemsKey, QJsonDocument(jsonFromItems(items_)).toJson(QJsonDocument::Compact));
 }
 
-std::filesystem::path ClassKit::folder(const std::filesystem::path& video) {
-    return video.parent_path() / (video.stem().native() + kFolderSuffix);
-}
-
-void ClassKit::renameFolder(const std::filesystem::path& from, const std::filesystem::path& to) {
-    const std::filesystem::path target = folder(to);
-    if (!isThere(folder(from)) || isThere(target)) {
-        return;
-    }
-    std::error_code failure;
-    std::filesystem::rename(folder(from), target, failure);
-    const auto json = failure ? Result<std::string>(Error{}) : readWholeFile(target / kRecordName);
-    auto record = json ? ClassData::fromJson(QByteArray::fromStdString(json.value())) : std::nullopt;
-    if (!record) {
-        return;
-    }
-    record->video = QString::fromStdString(to.filename().native());
-    // The folder has moved already; a record that cannot be written keeps its old name of the video.
-    static_cast<void>(writeFileAtomically(target / kRecordName, record->toJson().toStdString()));
+void ClassKit::changed() {
+    save();
+    emit itemsChanged();
 }
 
 } // namespace velmo

@@ -44,11 +44,47 @@ const char* fileSymbol(const QString& path) {
     return "doc";
 }
 
+/// A plain comparison of letters: other hosts that end in them count too.
+bool isYouTube(const QString& host) {
+    return host.endsWith(QLatin1String("youtube.com")) || host == QLatin1String("youtu.be");
+}
+
+/// What people paste often holds blanks and accents; those are encoded, as a browser would.
+QUrl parsed(const QString& address) {
+    return QUrl(address, QUrl::TolerantMode);
+}
+
+QString shortened(const QUrl& url) {
+    QString host = url.host().toLower();
+    if (host.startsWith(QLatin1String("www."))) {
+        host.remove(0, 4);
+    }
+    const QString path = url.path(QUrl::FullyDecoded);
+    return path.size() < 2 ? host : host + path;
+}
+
 } // namespace
 
+std::optional<KitItem> KitItem::web(const QString& text) {
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) {
+        return std::nullopt;
+    }
+    const QString address = trimmed.contains(QLatin1String("://")) ? trimmed : QStringLiteral("https://") + trimmed;
+    const QUrl url = parsed(address);
+    const QString host = url.host().toLower();
+    if (!url.isValid() || !host.contains(u'.')) {
+        return std::nullopt;
+    }
+    if (isYouTube(host)) {
+        return KitItem{QUuid::createUuid(), Kind::video, QStringLiteral("Video de YouTube"), address};
+    }
+    return KitItem{QUuid::createUuid(), Kind::link, shortened(url), address};
+}
+
 std::optional<QUrl> KitItem::url() const {
-    const QUrl parsed = kind == Kind::file ? QUrl::fromLocalFile(location) : QUrl(location, QUrl::StrictMode);
-    return parsed.isValid() ? std::optional(parsed) : std::nullopt;
+    const QUrl address = kind == Kind::file ? QUrl::fromLocalFile(location) : parsed(location);
+    return address.isValid() ? std::optional(address) : std::nullopt;
 }
 
 QString KitItem::symbol() const {

@@ -56,7 +56,8 @@ std::optional<std::vector<T>> listFromJson(const QJsonValue& json, std::optional
         return std::nullopt;
     }
     std::vector<T> list;
-    for (const QJsonValue& entry : json.toArray()) {
+    const QJsonArray array = json.toArray();
+    for (const auto& entry : array) {
         auto value = read(entry);
         if (!value) {
             return std::nullopt;

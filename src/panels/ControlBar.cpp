@@ -5,9 +5,9 @@
 #include "panels/LevelColumns.h"
 #include "panels/MicrophoneMonitor.h"
 #include "panels/RecordingDot.h"
-#include "panels/ScreenPlace.h"
 #include "settings/Format.h"
 #include "ui/Button.h"
+#include "ui/ScreenPlace.h"
 #include "ui/Theme.h"
 
 #include <QGridLayout>

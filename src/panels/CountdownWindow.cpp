@@ -1,7 +1,7 @@
 #include "panels/CountdownWindow.h"
 
-#include "panels/ScreenPlace.h"
 #include "ui/Painting.h"
+#include "ui/ScreenPlace.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 

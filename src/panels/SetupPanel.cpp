@@ -2,7 +2,6 @@
 
 #include "panels/MicrophoneMonitor.h"
 #include "panels/ResolutionRow.h"
-#include "panels/ScreenPlace.h"
 #include "panels/SetupCard.h"
 #include "session/RecorderController.h"
 #include "ui/Button.h"
@@ -14,6 +13,7 @@
 #include "ui/ModeTile.h"
 #include "ui/Painting.h"
 #include "ui/Picker.h"
+#include "ui/ScreenPlace.h"
 #include "ui/SwitchRow.h"
 #include "ui/Theme.h"
 

@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace velmo {
@@ -102,6 +103,19 @@ QPainterPath FloatingPanel::outline() const {
     QPainterPath path;
     path.addRoundedRect(floor_.shadow ? card() : rect(), floor_.radius, floor_.radius);
     return path;
+}
+
+void FloatingPanel::takeKeyboard() {
+    if (!keyboardOwner_) {
+        keyboardOwner_ = X11Window::keyboardOwner();
+    }
+    X11Window::setKeyboardOwner(static_cast<std::uint32_t>(winId()));
+}
+
+void FloatingPanel::giveKeyboardBack() {
+    if (const auto owner = std::exchange(keyboardOwner_, std::nullopt)) {
+        X11Window::setKeyboardOwner(*owner);
+    }
 }
 
 void FloatingPanel::showEvent(QShowEvent* event) {

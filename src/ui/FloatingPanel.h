@@ -7,6 +7,7 @@
 #include <QRegion>
 #include <QWidget>
 
+#include <cstdint>
 #include <optional>
 
 namespace velmo {
@@ -19,8 +20,8 @@ enum class PanelLevel {
     countdown = 1000,
 };
 
-/// A surface that floats over everything, full-screen programs included, on every desktop, and never takes the
-/// focus from what is in front. Main thread.
+/// A surface that floats over everything, full-screen programs included, on every desktop, and does not take the
+/// focus from what is in front unless a panel asks for it. Main thread.
 ///
 /// It is seen as a card with a soft shadow; the room for the shadow belongs to the window and lets the mouse through.
 /// Without a compositing manager the card is opaque and has no shadow. Children are laid out inside the card: it is
@@ -56,6 +57,12 @@ protected:
     void shapeChanged();
     /// To be called when only `outline` changed.
     void outlineChanged();
+    /// The keyboard comes to this panel until it is given back to who had it. No window manager is asked, and global
+    /// keys go on working. Only while shown.
+    void takeKeyboard();
+    void giveKeyboardBack();
+    /// Whether what lies behind the panel shows through it. Known once it was shown.
+    bool isComposited() const { return composited_; }
 
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -73,7 +80,8 @@ private:
     bool clickThrough_ = false;
     bool movable_ = false;
     bool composited_ = true;
-    std::optional<QPoint> grip_; // where the pointer holds the window while dragging
+    std::optional<std::uint32_t> keyboardOwner_; // the window that had the keyboard before
+    std::optional<QPoint> grip_;                 // where the pointer holds the window while dragging
     QPixmap floorPixmap_;
 };
 

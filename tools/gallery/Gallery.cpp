@@ -4,7 +4,7 @@
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
 #include "panels/MicrophoneMonitor.h"
-#include "panels/ScreenPlace.h"
+#include "ui/ScreenPlace.h"
 #include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "ui/AlertDialog.h"

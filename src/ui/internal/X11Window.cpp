@@ -60,4 +60,27 @@ bool isComposited() {
     return owner && owner->owner != XCB_NONE;
 }
 
+std::uint32_t keyboardOwner() {
+    xcb_connection_t* x11 = connection();
+    if (x11 == nullptr) {
+        return XCB_NONE;
+    }
+    const Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(x11, xcb_get_input_focus(x11), nullptr),
+                                                   &std::free);
+    return reply ? reply->focus : static_cast<std::uint32_t>(XCB_NONE);
+}
+
+void setKeyboardOwner(std::uint32_t window) {
+    xcb_connection_t* x11 = connection();
+    if (x11 == nullptr) {
+        return;
+    }
+    const std::uint32_t target = window != XCB_NONE ? window : static_cast<std::uint32_t>(XCB_INPUT_FOCUS_POINTER_ROOT);
+    // Without a time, since the key that asks for it may have come over another connection. Errors stay here.
+    const Reply<xcb_generic_error_t> error(
+        xcb_request_check(x11,
+                          xcb_set_input_focus_checked(x11, XCB_INPUT_FOCUS_POINTER_ROOT, target, XCB_CURRENT_TIME)),
+        &std::free);
+}
+
 } // namespace velmo::X11Window

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 class QRegion;
 class QWidget;
 
@@ -10,5 +12,11 @@ namespace velmo::X11Window {
 void setInputRegion(const QWidget& window, const QRegion& region);
 /// Whether a compositing manager runs, so that a window can be seen through.
 bool isComposited();
+
+/// The window that has the keyboard; 0 where there is none or it cannot be told.
+std::uint32_t keyboardOwner();
+/// Gives the keyboard to a window without asking the window manager; 0 to the one under the mouse. A window that has
+/// gone or is not shown gets nothing.
+void setKeyboardOwner(std::uint32_t window);
 
 } // namespace velmo::X11Window

@@ -43,10 +43,12 @@ Beeper::Beeper(const std::string& sink) : loop_(pa_threaded_mainloop_new()) {
     pa_stream_set_state_callback(
         stream_, [](pa_stream*, void* loop) { wake(loop); }, loop_);
     pa_stream_set_write_callback(
-        stream_, [](pa_stream*, std::size_t bytes, void* self) { static_cast<Beeper*>(self)->write(bytes); }, this);
+        stream_, [](pa_stream*, std::size_t wanted, void* self) { static_cast<Beeper*>(self)->write(wanted); }, this);
+    pa_stream_set_underflow_callback(
+        stream_, [](pa_stream*, void* self) { ++static_cast<Beeper*>(self)->underflows_; }, this);
     pa_buffer_attr buffer{};
     buffer.maxlength = buffer.prebuf = buffer.minreq = buffer.fragsize = static_cast<std::uint32_t>(-1);
-    buffer.tlength = kRate / 10 * 8;
+    buffer.tlength = kRate / 2 * 8; // a busy machine must not make it run dry
     pa_stream_connect_playback(stream_, sink.c_str(), &buffer,
                                static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE |
                                                               PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_DONT_MOVE),
@@ -92,10 +94,21 @@ Beeper::~Beeper() {
     pa_threaded_mainloop_free(loop_);
 }
 
-void Beeper::write(std::size_t bytes) {
+void Beeper::write(std::size_t wanted) {
+    // One block of the server's memory is less than what it asks for at the start.
+    while (wanted > 0) {
+        const std::size_t written = writeBlock(wanted);
+        if (written == 0) {
+            return;
+        }
+        wanted -= std::min(written, wanted);
+    }
+}
+
+std::size_t Beeper::writeBlock(std::size_t bytes) {
     void* data = nullptr;
     if (pa_stream_begin_write(stream_, &data, &bytes) < 0 || data == nullptr) {
-        return;
+        return 0;
     }
     pa_usec_t latency = 0;
     int negative = 0;
@@ -117,6 +130,7 @@ void Beeper::write(std::size_t bytes) {
         frames[2 * i] = frames[2 * i + 1] = value;
     }
     pa_stream_write(stream_, data, bytes, nullptr, 0, PA_SEEK_RELATIVE);
+    return bytes;
 }
 
 double Beeper::beep() {

@@ -3,6 +3,7 @@
 #include <pulse/stream.h>
 #include <pulse/thread-mainloop.h>
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -19,9 +20,12 @@ public:
 
     /// Plays one beep; the host-clock second at which its first frame leaves the sink, by the server's own account.
     double beep();
+    /// How often the sink ran dry: a beep around such a moment is torn.
+    int underflows() const { return underflows_; }
 
 private:
-    void write(std::size_t bytes);
+    void write(std::size_t wanted);
+    std::size_t writeBlock(std::size_t bytes);
     /// A null sink plays ahead by up to the longest latency that anybody allows it, and a virtual microphone on it
     /// hears that early without the server saying so: this allows 5 ms.
     void holdLatencyDown(const std::string& sink);
@@ -34,6 +38,7 @@ private:
     bool wanted_ = false;
     double heardAt_ = 0;
     bool known_ = false;
+    std::atomic<int> underflows_{0};
 };
 
 } // namespace velmo

@@ -1,83 +1,44 @@
 #include "classkit/ClassKit.h"
 
-#include "support/MemoryDefaultsStore.h"
-#include "support/TemporaryFolder.h"
+#include "KitWorld.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 namespace velmo {
 namespace {
 
-using test::contentOf;
-using test::MemoryDefaultsStore;
+using test::KitWorld;
 using test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+using Files = std::vector<std::filesystem::path>;
 
 const char* const kTwoItems = R"([
     {"id": "6F9619FF-8B86-D011-B42D-00C04FC964FF", "kind": "file", "title": "guia", "location": "/home/ana/guia.pdf"},
     {"id": "00000000-0000-0000-0000-000000000001", "kind": "video", "title": "Video de YouTube", "location": "https://a.b/c"}
 ])";
 
-MemoryDefaultsStore storeWithItems(const QByteArray& json) {
-    MemoryDefaultsStore store;
-    store.setData(QStringLiteral("kit.items"), json);
-    return store;
-}
+class StoredClassKit : public testing::Test {
+protected:
+    void storeItems(const QByteArray& json) { world.store.setData(QStringLiteral("kit.items"), json); }
 
-TEST(KitItem, HasTheIconOfItsKindAndExtension) {
-    const auto icon = [](KitItem::Kind kind, const char* location) {
-        return KitItem{QUuid::createUuid(), kind, {}, QString::fromUtf8(location)}.symbol();
-    };
-    using Kind = KitItem::Kind;
-    EXPECT_EQ(icon(Kind::link, "https://a.b/c.pdf"), "link");
-    EXPECT_EQ(icon(Kind::video, "https://a.b/c.pdf"), "play.rectangle.fill");
-    for (const char* file : {"/a.key", "/a.ppt", "/a.pptx", "/a.ODP"}) {
-        EXPECT_EQ(icon(Kind::file, file), "rectangle.on.rectangle.angled") << file;
-    }
-    EXPECT_EQ(icon(Kind::file, "/a.b/guía.PDF"), "doc.richtext");
-    for (const char* file : {"/a.png", "/a.JPG", "/a.jpeg", "/a.heic", "/a.gif"}) {
-        EXPECT_EQ(icon(Kind::file, file), "photo") << file;
-    }
-    for (const char* file : {"/a.mp4", "/a.mov", "/a.m4v"}) {
-        EXPECT_EQ(icon(Kind::file, file), "film") << file;
-    }
-    for (const char* file : {"/a.xls", "/a.xlsx", "/a.numbers", "/a.csv"}) {
-        EXPECT_EQ(icon(Kind::file, file), "tablecells") << file;
-    }
-    EXPECT_EQ(icon(Kind::file, "/a.txt"), "doc");
-    EXPECT_EQ(icon(Kind::file, "/a.pdf/sin extensión"), "doc");
-}
+    KitWorld world;
+};
 
-TEST(KitItem, IsReachedByAPathOrAnAddress) {
-    KitItem item{QUuid::createUuid(), KitItem::Kind::file, {}, QStringLiteral("/tmp/año #1?.pdf")};
-    EXPECT_EQ(item.url()->toLocalFile(), item.location);
-    item = {QUuid::createUuid(), KitItem::Kind::link, {}, QStringLiteral("https://a.b/c?d=1")};
-    EXPECT_EQ(item.url()->host(), "a.b");
-    item.location = QStringLiteral("https://[mal");
-    EXPECT_EQ(item.url(), std::nullopt);
-}
-
-TEST(KitItem, NewItemsHaveIdsOfTheirOwn) {
-    EXPECT_NE(KitItem().id, KitItem().id);
-}
-
-TEST(ClassKit, AnEmptyStoreGivesNoItemsAndCopiesFiles) {
-    MemoryDefaultsStore store;
-    const ClassKit kit(store);
+TEST_F(StoredClassKit, AnEmptyStoreGivesNoItemsAndCopiesFiles) {
+    const ClassKit kit(world.store, world.services());
     EXPECT_THAT(kit.items(), IsEmpty());
     EXPECT_TRUE(kit.copyFiles());
-    EXPECT_EQ(store.writes(), 0);
+    EXPECT_EQ(world.store.writes(), 0);
 }
 
-TEST(ClassKit, FindsTheStoredListAndSwitch) {
-    MemoryDefaultsStore store = storeWithItems(kTwoItems);
-    store.setBoolean(QStringLiteral("kit.copiar"), false);
-    const ClassKit kit(store);
+TEST_F(StoredClassKit, FindsTheStoredListAndSwitch) {
+    storeItems(kTwoItems);
+    world.store.setBoolean(QStringLiteral("kit.copiar"), false);
+    const ClassKit kit(world.store, world.services());
     ASSERT_EQ(kit.items().size(), 2u);
     EXPECT_EQ(kit.items()[0].kind, KitItem::Kind::file);
     EXPECT_EQ(kit.items()[0].title, "guia");
@@ -85,11 +46,11 @@ TEST(ClassKit, FindsTheStoredListAndSwitch) {
     EXPECT_FALSE(kit.copyFiles());
 }
 
-class ClassKitWithABadList : public testing::TestWithParam<const char*> {};
+class ClassKitWithABadList : public StoredClassKit, public testing::WithParamInterface<const char*> {};
 
 TEST_P(ClassKitWithABadList, StartsEmpty) {
-    MemoryDefaultsStore store = storeWithItems(GetParam());
-    EXPECT_THAT(ClassKit(store).items(), IsEmpty());
+    storeItems(GetParam());
+    EXPECT_THAT(ClassKit(world.store, world.services()).items(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -101,111 +62,129 @@ INSTANTIATE_TEST_SUITE_P(
         R"([{"id": "6F9619FF-8B86-D011-B42D-00C04FC964FF", "kind": "file", "title": 1, "location": "b"}])",
         R"([{"id": "6F9619FF-8B86-D011-B42D-00C04FC964FF", "kind": "file", "title": "a"}])"));
 
-TEST(ClassKit, ReloadTakesANewListAndAnnouncesIt) {
-    MemoryDefaultsStore store;
-    ClassKit kit(store);
+TEST_F(StoredClassKit, ReloadTakesANewListAndAnnouncesIt) {
+    ClassKit kit(world.store, world.services());
     int heard = 0;
     QObject::connect(&kit, &ClassKit::itemsChanged, &kit, [&] { ++heard; });
-    store.setData(QStringLiteral("kit.items"), kTwoItems);
-    store.setText(QStringLiteral("kit.copiar"), QStringLiteral("no boolean"));
+    storeItems(kTwoItems);
+    world.store.setText(QStringLiteral("kit.copiar"), QStringLiteral("no boolean"));
     kit.reload();
     EXPECT_EQ(kit.items().size(), 2u);
     EXPECT_EQ(heard, 1);
     EXPECT_TRUE(kit.copyFiles());
-    EXPECT_EQ(store.boolean(QStringLiteral("kit.copiar")), true) << "the switch is written back";
+    EXPECT_EQ(world.store.boolean(QStringLiteral("kit.copiar")), true) << "the switch is written back";
     kit.reload();
     EXPECT_EQ(heard, 1);
 }
 
-TEST(ClassKit, TheCopySwitchIsWrittenThrough) {
-    MemoryDefaultsStore store;
-    ClassKit kit(store);
+TEST_F(StoredClassKit, TheCopySwitchIsWrittenThrough) {
+    ClassKit kit(world.store, world.services());
     kit.setCopyFiles(false);
-    EXPECT_FALSE(ClassKit(store).copyFiles());
+    EXPECT_FALSE(ClassKit(world.store, world.services()).copyFiles());
 }
 
-ClassData someClass() {
-    const KitItem file{QUuid::createUuid(), KitItem::Kind::file, QStringLiteral("guía"), QStringLiteral("/a/guía.pdf")};
-    const KitItem link{QUuid::createUuid(), KitItem::Kind::link, QStringLiteral("a.b"), QStringLiteral("https://a.b")};
-    return {QStringLiteral("Clase 1.mp4"),
-            {file, link},
-            {{12.5, QStringLiteral("Marcador 1"), std::nullopt}, {3, QStringLiteral("a.b"), link.location}},
-            {{file.id, QStringLiteral("Material/guía.pdf")}}};
-}
-
-TEST(ClassData, ComesBackAsItWasWritten) {
-    const ClassData data = someClass();
-    EXPECT_EQ(ClassData::fromJson(data.toJson()), data);
-    EXPECT_EQ(ClassData::fromJson(ClassData().toJson()), ClassData());
-}
-
-TEST(ClassData, WritesCopiesAsAFlatListAndLeavesOutAbsentPlaces) {
-    const ClassData data = someClass();
-    const QJsonObject json = QJsonDocument::fromJson(data.toJson()).object();
-    EXPECT_EQ(json["copied"],
-              (QJsonArray{data.items[0].id.toString(QUuid::WithoutBraces), QStringLiteral("Material/guía.pdf")}));
-    EXPECT_FALSE(json["chapters"][0].toObject().contains("location"));
-    EXPECT_EQ(json["chapters"][1]["location"], QJsonValue("https://a.b"));
-}
-
-TEST(ClassData, LackingAnyPartIsUnreadable) {
-    for (const char* key : {"video", "items", "chapters", "copied"}) {
-        QJsonObject json = QJsonDocument::fromJson(someClass().toJson()).object();
-        json.remove(QLatin1String(key));
-        EXPECT_EQ(ClassData::fromJson(QJsonDocument(json).toJson()), std::nullopt) << key;
-    }
-    EXPECT_EQ(ClassData::fromJson("{\"video\": \"a.mp4\", \"items\""), std::nullopt);
-}
-
-TEST(ClassData, AListOfCopiesWithAnOddEndIsUnreadable) {
-    QJsonObject json = QJsonDocument::fromJson(someClass().toJson()).object();
-    json["copied"] = QJsonArray{json["copied"][0]};
-    EXPECT_EQ(ClassData::fromJson(QJsonDocument(json).toJson()), std::nullopt);
-}
-
-TEST(ClassFolder, StandsBesideTheVideoUnderItsName) {
-    EXPECT_EQ(ClassKit::folder("/v/Clase 1.2.mp4"), "/v/Clase 1.2 · material");
-}
-
-class RenamedClassFolder : public testing::Test {
+class FilledClassKit : public StoredClassKit {
 protected:
-    void SetUp() override {
-        std::filesystem::create_directory(ClassKit::folder(from));
-        folder.write("Uno · material/.clase.json", someClass().toJson().toStdString());
+    FilledClassKit() {
+        QObject::connect(&kit, &ClassKit::itemsChanged, &kit, [this] { ++heard; });
+    }
+    std::vector<std::string> titles() const {
+        std::vector<std::string> titles;
+        for (const KitItem& item : kit.items()) {
+            titles.push_back(item.title.toStdString());
+        }
+        return titles;
+    }
+    /// What the next launch finds.
+    std::vector<KitItem> stored() { return ClassKit(world.store, world.services()).items(); }
+    KitItem itemAt(KitItem::Kind kind, const std::filesystem::path& location) const {
+        return {QUuid::createUuid(), kind, QStringLiteral("título"), QString::fromStdString(location.native())};
     }
 
     TemporaryFolder folder;
-    std::filesystem::path from = folder / "Uno.mp4";
-    std::filesystem::path to = folder / "Dos.mp4";
+    ClassKit kit{world.store, world.services()};
+    int heard = 0;
 };
 
-TEST_F(RenamedClassFolder, FollowsItsVideoAndNamesIt) {
-    ClassKit::renameFolder(from, to);
-    EXPECT_FALSE(std::filesystem::exists(ClassKit::folder(from)));
-    ClassData expected = someClass();
-    const auto record =
-        ClassData::fromJson(QByteArray::fromStdString(contentOf(folder / "Dos · material/.clase.json")));
-    ASSERT_TRUE(record);
-    EXPECT_EQ(record->video, "Dos.mp4");
-    EXPECT_EQ(record->chapters, expected.chapters);
+TEST_F(FilledClassKit, TakesFilesInTheirOrderAndKeepsThem) {
+    kit.add(Files{"/b/guía.v2.pdf", "/a/LEEME", "/c/.oculto"});
+    EXPECT_THAT(titles(), ElementsAre("guía.v2", "LEEME", ".oculto"));
+    EXPECT_EQ(kit.items()[0].location, "/b/guía.v2.pdf");
+    EXPECT_EQ(kit.items()[0].kind, KitItem::Kind::file);
+    EXPECT_EQ(stored(), kit.items());
+    EXPECT_EQ(heard, 1);
 }
 
-TEST_F(RenamedClassFolder, StaysWhereItIsWhenTheNewNameIsTaken) {
-    std::filesystem::create_directory(ClassKit::folder(to));
-    ClassKit::renameFolder(from, to);
-    EXPECT_TRUE(std::filesystem::exists(ClassKit::folder(from) / ".clase.json"));
-    EXPECT_TRUE(std::filesystem::is_empty(ClassKit::folder(to)));
+TEST_F(FilledClassKit, SkipsAFileThatItHasButNotTwoOfOneBatch) {
+    kit.add(Files{"/a.pdf"});
+    kit.add(Files{"/b.pdf", "/a.pdf", "/b.pdf"});
+    EXPECT_THAT(titles(), ElementsAre("a", "b", "b"));
+    const int writes = world.store.writes();
+    kit.add(Files{"/a.pdf"});
+    EXPECT_EQ(world.store.writes(), writes) << "nothing new, nothing to write";
 }
 
-TEST_F(RenamedClassFolder, MovesWithARecordThatCannotBeRead) {
-    folder.write("Uno · material/.clase.json", "{\"video\"");
-    ClassKit::renameFolder(from, to);
-    EXPECT_EQ(contentOf(folder / "Dos · material/.clase.json"), "{\"video\"");
+TEST_F(FilledClassKit, TakesTheSameAddressTwiceAndNoTextThatIsNone) {
+    EXPECT_TRUE(kit.add(QStringLiteral("a.b/c")));
+    EXPECT_TRUE(kit.add(QStringLiteral("a.b/c")));
+    EXPECT_FALSE(kit.add(QStringLiteral("localhost")));
+    EXPECT_THAT(titles(), ElementsAre("a.b/c", "a.b/c"));
+    EXPECT_EQ(stored(), kit.items());
+    EXPECT_EQ(heard, 2);
 }
 
-TEST_F(RenamedClassFolder, IsNotMadeWhereThereWasNone) {
-    ClassKit::renameFolder(folder / "Tres.mp4", to);
-    EXPECT_FALSE(std::filesystem::exists(ClassKit::folder(to)));
+TEST_F(FilledClassKit, ForgetsWhatIsRemoved) {
+    kit.add(Files{"/a", "/b", "/c"});
+    kit.remove(kit.items()[1]);
+    EXPECT_THAT(titles(), ElementsAre("a", "c"));
+    EXPECT_EQ(stored(), kit.items());
+    kit.removeAll();
+    EXPECT_THAT(stored(), IsEmpty());
+}
+
+TEST_F(FilledClassKit, KeepsATitleOfTheUser) {
+    kit.add(Files{"/a", "/b"});
+    kit.setTitle(kit.items()[1].id, QStringLiteral("Tarea"));
+    EXPECT_THAT(titles(), ElementsAre("a", "Tarea"));
+    EXPECT_EQ(stored(), kit.items());
+    const int writes = world.store.writes();
+    kit.setTitle(QUuid::createUuid(), QStringLiteral("Nadie"));
+    EXPECT_EQ(world.store.writes(), writes);
+}
+
+TEST_F(FilledClassKit, AsksForFilesInFrontOfOtherApplications) {
+    kit.addFiles();
+    EXPECT_THAT(world.calls, ElementsAre("toFront"));
+    EXPECT_THAT(world.chooser.asked, ElementsAre("Agregar material a la clase / Agregar"));
+    EXPECT_THAT(titles(), IsEmpty());
+    world.chooser.confirm(Files{"/a.pdf", "/b.pdf"});
+    EXPECT_THAT(titles(), ElementsAre("a", "b"));
+}
+
+TEST_F(FilledClassKit, OpensAFileAndLeavesAChapter) {
+    const auto file = folder.write("año #1?.txt");
+    kit.open(itemAt(KitItem::Kind::file, file));
+    EXPECT_THAT(world.files.calls, ElementsAre("open año #1?.txt"));
+    EXPECT_THAT(world.calls, ElementsAre("chapter título @ " + file.native()));
+}
+
+TEST_F(FilledClassKit, TellsOfAFileThatHasGoneAndLeavesNoChapter) {
+    kit.open(itemAt(KitItem::Kind::file, folder / "gone.pdf"));
+    EXPECT_THAT(world.files.calls, IsEmpty());
+    EXPECT_THAT(world.calls, ElementsAre("flash No se encuentra «título»"));
+}
+
+TEST_F(FilledClassKit, OpensAnAddressAsItIsWrittenOnTheWire) {
+    kit.open(itemAt(KitItem::Kind::link, "https://a.b/una guía?c=d&e"));
+    EXPECT_THAT(world.files.calls, ElementsAre("address https://a.b/una%20gu%C3%ADa?c=d&e"));
+    EXPECT_THAT(world.calls, ElementsAre("chapter título @ https://a.b/una guía?c=d&e"));
+}
+
+TEST_F(FilledClassKit, LeavesAnAddressThatIsNoneAlone) {
+    kit.open(itemAt(KitItem::Kind::link, "https://[mal"));
+    kit.open(itemAt(KitItem::Kind::video, ""));
+    EXPECT_THAT(world.files.calls, IsEmpty());
+    EXPECT_THAT(world.calls, IsEmpty());
 }
 
 } // namespace

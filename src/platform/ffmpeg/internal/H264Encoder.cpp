@@ -16,7 +16,7 @@ namespace {
 constexpr int kSmallestSide = 2;
 constexpr int kLargestSide = 8192;
 // Below this a picture only costs more: with little to show the average bit rate would otherwise be spent on noise.
-constexpr int kFinestQuantizer = 12;
+constexpr int kFinestQuantizer = 20;
 
 // Fixed for all presets, so that each writes the same headers: what a preset changes beyond these stays inside a frame.
 constexpr const char* kSameHeaders = "cabac=1:8x8dct=1:ref=1:weightp=0:stitchable=1";

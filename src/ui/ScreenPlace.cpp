@@ -1,4 +1,4 @@
-#include "panels/ScreenPlace.h"
+#include "ui/ScreenPlace.h"
 
 #include "platform/FlippedGeometry.h"
 

@@ -1,0 +1,244 @@
+#include "platform/desktop/XInputPointerMotion.h"
+#include "session/QtTimers.h"
+#include "support/WaitUntil.h"
+#include "support/XTestClient.h"
+#include "surfaces/RegionPicker.h"
+#include "surfaces/SpotlightOverlay.h"
+#include "surfaces/internal/PickerPanel.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <gmock/gmock.h>
+
+#include <xcb/damage.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <numbers>
+#include <optional>
+#include <vector>
+
+namespace velmo {
+namespace {
+
+using namespace std::chrono_literals;
+using test::waitUntil;
+
+constexpr std::uint8_t kEscape = 9; // X key codes
+constexpr double kHeight = 1080;
+
+void pass(std::chrono::milliseconds time) {
+    waitUntil([] { return false; }, time);
+}
+
+/// The real mouse; counts how often it is looked at.
+class Mouse final : public PointerPort {
+public:
+    Point location() const override {
+        ++looks;
+        return {static_cast<double>(QCursor::pos().x()), kHeight - QCursor::pos().y()};
+    }
+    mutable int looks = 0;
+};
+
+/// What is painted into a window, by the X server's own account.
+class Damage {
+public:
+    Damage(test::XTestClient& client, const QWidget& widget) : client_(client) {
+        xcb_connection_t* x11 = client.xcb();
+        std::free(xcb_damage_query_version_reply(x11, xcb_damage_query_version(x11, 1, 1), nullptr));
+        first_ = xcb_get_extension_data(x11, &xcb_damage_id)->first_event;
+        id_ = xcb_generate_id(x11);
+        xcb_damage_create(x11, id_, static_cast<xcb_drawable_t>(widget.winId()),
+                          XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+        client.sync();
+        read();
+        events = 0;
+        pixels = 0;
+    }
+    ~Damage() { xcb_damage_destroy(client_.xcb(), id_); }
+
+    void read() {
+        client_.sync();
+        while (const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event{xcb_poll_for_event(client_.xcb()),
+                                                                                      &std::free}) {
+            if ((event->response_type & 0x7f) == first_ + XCB_DAMAGE_NOTIFY) {
+                const auto* notify = reinterpret_cast<const xcb_damage_notify_event_t*>(event.get());
+                ++events;
+                pixels += notify->area.width * notify->area.height;
+            }
+        }
+    }
+    int events = 0;
+    int pixels = 0;
+
+private:
+    test::XTestClient& client_;
+    std::uint8_t first_ = 0;
+    xcb_damage_damage_t id_ = 0;
+};
+
+class Surfaces : public testing::Test {
+protected:
+    Surfaces() { moveMouse(960, 540); }
+
+    void moveMouse(int x, int y) {
+        client.movePointer(x, y);
+        client.sync();
+    }
+    void button(bool down) {
+        xcb_test_fake_input(client.xcb(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 1, 0, client.root(), 0, 0, 0);
+        client.sync();
+    }
+    void key(std::uint8_t code) {
+        xcb_test_fake_input(client.xcb(), XCB_KEY_PRESS, code, 0, client.root(), 0, 0, 0);
+        xcb_test_fake_input(client.xcb(), XCB_KEY_RELEASE, code, 0, client.root(), 0, 0, 0);
+        client.sync();
+    }
+    xcb_window_t focus() {
+        const std::unique_ptr<xcb_get_input_focus_reply_t, decltype(&std::free)> reply(
+            xcb_get_input_focus_reply(client.xcb(), xcb_get_input_focus(client.xcb()), nullptr), &std::free);
+        return reply->focus;
+    }
+    std::uint32_t pixel(int x, int y) { return client.rootPixels({x, y, 1, 1}).front(); }
+    void circle(double seconds) {
+        for (int i = 0; i <= 52; ++i) {
+            const double angle = 2 * std::numbers::pi * i / 40;
+            moveMouse(static_cast<int>(960 + 120 * std::cos(angle)), static_cast<int>(540 + 120 * std::sin(angle)));
+            pass(std::chrono::milliseconds(static_cast<int>(seconds * 1000 / 52)));
+        }
+    }
+
+    test::XTestClient client{qEnvironmentVariable("DISPLAY").toStdString()};
+    const Screen screen{1, {0, 0, 1920, kHeight}, 1};
+    const HostClock& clock = HostClock::shared();
+    QtTimers timers;
+    Mouse mouse;
+    XInputPointerMotion motion;
+    std::vector<double> circles;
+    SpotlightOverlay overlay{
+        {clock, timers, mouse, motion, [] { return std::vector<Color>{Color::fromHex(0xB6F000)}; }}};
+    RegionPicker picker;
+};
+
+TEST_F(Surfaces, AClickGoesThroughTheOverlayToTheWindowBelow) {
+    test::XTestClient::WindowOptions light;
+    light.color = 0xffc8c8c8;
+    const xcb_window_t below = client.create({0, 0, 1920, 1080}, light);
+    const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS;
+    xcb_change_window_attributes(client.xcb(), below, XCB_CW_EVENT_MASK, &mask);
+    client.map(below);
+    overlay.start(screen, true);
+    overlay.setSpotlight(true);
+    ASSERT_TRUE(waitUntil([&] { return pixel(100, 100) == 0x4c4c4c; }, 5s)) << "the screen is dim there";
+    EXPECT_EQ(pixel(960, 540), 0xc8c8c8u);
+    moveMouse(100, 100);
+    button(true);
+    button(false);
+    bool clicked = false;
+    while (const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event{xcb_poll_for_event(client.xcb()),
+                                                                                  &std::free}) {
+        clicked = clicked || (event->response_type & 0x7f) == XCB_BUTTON_PRESS;
+    }
+    EXPECT_TRUE(clicked);
+}
+
+TEST_F(Surfaces, ASpotlightThatRestsPaintsNothing) {
+    overlay.start(screen, true);
+    overlay.setSpotlight(true);
+    pass(1500ms);
+    Damage damage(client, overlay.view()->spot());
+    pass(3s);
+    damage.read();
+    EXPECT_EQ(damage.events, 0);
+}
+
+TEST_F(Surfaces, AMovingSpotPaintsFarLessThanTheScreen) {
+    overlay.start(screen, true);
+    overlay.setSpotlight(true);
+    pass(1500ms);
+    Damage damage(client, overlay.view()->spot());
+    for (int i = 0; i < 60; ++i) {
+        moveMouse(960 + 5 * i, 540);
+        pass(16ms);
+    }
+    damage.read();
+    ASSERT_GT(damage.events, 0);
+    // At 1.4 discs a tick, 60 ticks are 84 discs; a whole screen each would be 124 million.
+    EXPECT_LT(damage.pixels, 35'000'000);
+}
+
+TEST_F(Surfaces, AMouseThatRestsIsHardlyLookedAtUntilItMoves) {
+    overlay.setOnCircle([this](double time) { circles.push_back(time); });
+    overlay.start(screen, true);
+    ASSERT_TRUE(waitUntil([&] { return !overlay.isTicking(); }));
+    const int looks = mouse.looks;
+    pass(1s);
+    EXPECT_LE(mouse.looks, looks + 6);
+    circle(0.5);
+    EXPECT_TRUE(waitUntil([&] { return circles.size() == 1; }, 2s));
+    EXPECT_TRUE(overlay.view()->bubble().isVisible());
+    EXPECT_TRUE(waitUntil([&] { return !overlay.isTicking(); })) << "it rests again when the bubble has gone";
+    EXPECT_FALSE(overlay.view()->bubble().isVisible());
+}
+
+TEST_F(Surfaces, ThePickerGivesTheRectangleThatWasDragged) {
+    std::optional<Rect> picked;
+    int ends = 0;
+    picker.pick(screen, {}, QStringLiteral("Arrastra"), [&](std::optional<Rect> rect) {
+        picked = rect;
+        ++ends;
+    });
+    ASSERT_TRUE(waitUntil([&] { return focus() == picker.panel()->winId(); }, 5s));
+    moveMouse(480, 270);
+    button(true);
+    for (int i = 1; i <= 10; ++i) {
+        moveMouse(480 + 96 * i, 270 + 54 * i);
+        pass(10ms);
+    }
+    button(false);
+    ASSERT_TRUE(waitUntil([&] { return ends == 1; }, 5s));
+    ASSERT_TRUE(picked.has_value());
+    EXPECT_NEAR(picked->x, 0.25, 0.001);
+    EXPECT_NEAR(picked->y, 0.25, 0.001);
+    EXPECT_NEAR(picked->width, 0.5, 0.001);
+    EXPECT_NEAR(picked->height, 0.5, 0.001);
+}
+
+TEST_F(Surfaces, ThePickerHasTheKeyboardWhileItIsOpenAndGivesItBack) {
+    QWidget other;
+    other.setGeometry(200, 200, 300, 200);
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
+    const xcb_window_t before = focus();
+    int ends = 0;
+    picker.pick(screen, {}, QStringLiteral("Arrastra"), [&](std::optional<Rect> rect) { ends += rect ? 100 : 1; });
+    ASSERT_TRUE(waitUntil([&] { return picker.panel()->isActiveWindow(); }, 5s));
+    key(kEscape);
+    EXPECT_TRUE(waitUntil([&] { return ends == 1; }, 5s));
+    EXPECT_EQ(focus(), before);
+}
+
+TEST_F(Surfaces, ThePickerComesUpAlthoughTheOneWhoHadTheKeyboardHasGone) {
+    auto other = std::make_unique<QWidget>();
+    other->setGeometry(200, 200, 300, 200);
+    other->show();
+    ASSERT_TRUE(waitUntil([&] { return other->isActiveWindow(); }));
+    int ends = 0;
+    picker.pick(screen, {}, QStringLiteral("Arrastra"), [&](std::optional<Rect>) { ++ends; });
+    ASSERT_TRUE(waitUntil([&] { return picker.panel()->isActiveWindow(); }, 5s));
+    other.reset();
+    pass(100ms);
+    key(kEscape);
+    EXPECT_TRUE(waitUntil([&] { return ends == 1; }, 5s));
+}
+
+} // namespace
+} // namespace velmo
