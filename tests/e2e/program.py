@@ -103,13 +103,13 @@ class Program:
         except (OSError, ValueError):
             return {}
 
-    def begin_recording(self):
-        """⌃G, and the path of the file that grows from then on."""
+    def begin_recording(self, first_bytes=4096):
+        """⌃G, and the path of the file that grows from then on. A plain screen without sound has few bytes to wait for."""
         before = set(self.videos())
         press("ctrl+g")
         new = wait_until("a new video file", lambda: set(self.videos()) - before)
         path = new.pop()
-        wait_until("the first samples in the file", lambda: os.path.getsize(path) > 4096)
+        wait_until("the first samples in the file", lambda: os.path.getsize(path) > first_bytes)
         return path
 
     def end_recording(self, path):
