@@ -25,10 +25,10 @@ class Hands:
         self.close()
 
     def done(self):
-        """Seconds of the monotonic clock in the middle of what was just sent."""
+        """(seconds, seconds) of the monotonic clock between which what was just sent happened."""
         before = time.monotonic()
         self.x11.XSync(self.display, 0)
-        return (before + time.monotonic()) / 2
+        return before, time.monotonic()
 
     def move(self, x, y):
         self.xtest.XTestFakeMotionEvent(self.display, 0, x, y, ctypes.c_ulong(0))

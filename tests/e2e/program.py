@@ -61,14 +61,16 @@ class Stage:
 
 
 class Program:
-    """The program under test with settings of its own. `settings` are entries of its defaults file."""
+    """The program under test with settings of its own. `settings` are entries of its defaults file, `defaults` is all
+    that it holds, for files that are none."""
 
-    def __init__(self, **settings):
-        defaults = {"onboarded": True, "countdown": False, "mode": "screen", **settings}
+    def __init__(self, defaults=None, **settings):
+        if defaults is None:
+            defaults = json.dumps({"onboarded": True, "countdown": False, "mode": "screen", **settings})
         self.config = os.path.join(os.environ["XDG_CONFIG_HOME"], "velmo-studio")
         os.makedirs(self.config, exist_ok=True)
         with open(os.path.join(self.config, "defaults.json"), "w") as file:
-            json.dump(defaults, file)
+            file.write(defaults)
         self.library = os.path.join(os.environ["HOME"], "Videos", "Velmo Studio")
         self.start()
 

@@ -2,7 +2,6 @@
 
 import array
 import itertools
-import os
 import statistics
 import subprocess
 import threading
@@ -49,8 +48,8 @@ class Zoom(unittest.TestCase):
     MOUSE = (600, 400)
     MARK = (700, 460)
 
-    def record(self, act, *points, **settings):
-        with Stage("plain", "--unmanaged", "--color", GROUND), Mark(*self.MARK), Hands() as hands, \
+    def record(self, act, *points, mark=MARK, side=24, **settings):
+        with Stage("plain", "--unmanaged", "--color", GROUND), Mark(*mark, side), Hands() as hands, \
                 Program(micID="none", **settings) as program:
             hands.move(*self.MOUSE)
             path = program.begin_recording(PLAIN_BYTES)
@@ -79,9 +78,9 @@ class Zoom(unittest.TestCase):
                 hands.move(*(round(a + (b - a) * step / 30) for a, b in zip(self.MOUSE, corner)))
                 time.sleep(0.03)
 
-        with Mark(*corner, side=60):
-            # Beside the middle of the mark, where the pointer does not cover it.
-            frames = self.record(act, (place[0] - 40, place[1] - 40), magnified(self.MOUSE, self.MARK, 2))
+        # Beside the middle of the mark, where the pointer does not cover it.
+        seen = [(x - 12, y - 12) for x, y in (place, corner)]
+        frames = self.record(act, *seen, mark=corner, side=40)
         self.assertEqual(lit(frames), [1, 0])
 
     def test_the_wheel_zooms_with_alt_and_scrolls_without(self):
@@ -176,79 +175,148 @@ class Tone(Stage):
 RATE = 48000
 STEP = 24  # samples: half a millisecond
 CYCLE = RATE // 1000
+DUCKED = 0.08
+HALF_WAY = 0.54  # between ducked and normal: 3 ms into a ramp
+LEAD_S = 0.012 + 0.003
+TAIL_S = 0.085 + 0.003
+PLACED_S = 0.005
 
 
 class Envelope:
-    """How loud the tone of 1 kHz is, twice a millisecond, each over one of its cycles."""
+    """How loud the tone of 1 kHz is in a file, twice a millisecond, each over one of its cycles, as parts of the normal."""
 
     def __init__(self, path):
-        raw = subprocess.run(["ffmpeg", "-v", "error", "-i", path, "-map", "0:a:0", "-ac", "1", "-ar", str(RATE), "-f", "f32le", "-"],
-                             capture_output=True, check=True).stdout
+        decode = ["ffmpeg", "-v", "error", "-i", path, "-map", "0:a:0", "-ac", "1", "-ar", str(RATE), "-f", "f32le", "-"]
+        raw = subprocess.run(decode, capture_output=True, check=True).stdout
         samples = array.array("f", raw)
         power = [0.0, *itertools.accumulate(sample * sample for sample in samples)]
-        self.values = [(2 * max(0.0, power[i + CYCLE] - power[i]) / CYCLE) ** 0.5 for i in range(0, len(samples) - CYCLE, STEP)]
-        self.normal = statistics.median(self.values)
+        loudness = [max(0.0, power[i + CYCLE] - power[i]) ** 0.5 for i in range(0, len(samples) - CYCLE, STEP)]
+        normal = statistics.median(loudness)
+        self.values = [value / normal for value in loudness]
 
     @staticmethod
     def seconds(index):
         return (index * STEP + CYCLE / 2) / RATE
 
-    def crossings(self, level, begin=0.0, end=1e9):
-        """(seconds, rises) wherever the loudness passes `level` times the normal one, placed between the steps."""
-        found = []
-        for i, (a, b) in enumerate(zip(self.values, self.values[1:])):
-            a, b = a / self.normal, b / self.normal
-            if (a < level) != (b < level):
-                at = self.seconds(i + (level - a) / (b - a))
-                if begin <= at <= end:
-                    found.append((at, a < b))
-        return found
-
-    def between(self, begin, end):
-        """Loudness as parts of the normal one."""
-        return [value / self.normal for i, value in enumerate(self.values) if begin <= self.seconds(i) <= end]
-
     def stretches(self, level, above):
         """(begin, end) wherever it stays above, or below, the level for at least 30 ms."""
         found = []
         start = None
-        for at, rises in self.crossings(level):
-            if rises == above:
+        for i, (a, b) in enumerate(zip(self.values, self.values[1:])):
+            if (a < level) == (b < level):
+                continue
+            at = self.seconds(i + (level - a) / (b - a))
+            if (a < b) == above:
                 start = at
             elif start is not None and at - start > 0.03:
                 found.append((start, at))
                 start = None
         return found
 
+    def length(self):
+        return self.seconds(len(self.values))
+
+    def between(self, begin, end):
+        return [value for i, value in enumerate(self.values) if begin <= self.seconds(i) <= end]
+
+    def beside(self, stretches):
+        """All that lies in none of the stretches."""
+        return [value for i, value in enumerate(self.values) if not any(a <= self.seconds(i) <= b for a, b in stretches)]
+
+
+def beside(at, span):
+    """Seconds by which a time is before or after a span; 0 within."""
+    return min(at - span[0], 0) + max(at - span[1], 0)
+
 
 class Clicks(unittest.TestCase):
-    def test_measure(self):
-        moves = []
-        with Tone() as tone, Hands() as hands, Program() as program:
+    """The tone has marks of which the sound server says when they are heard, and the hands know when they clicked: the
+    distance from mark to duck in the file is judged, so that no clock of the program has a say.
+
+    A duck begins at what has not been written when the click is heard of. A microphone whose sound comes at once, as
+    this one's does, therefore loses up to all of what lies before the click; its end is always whole."""
+
+    def record(self, act, **settings):
+        with Tone() as tone, Hands() as hands, Program(**settings) as program:
             hands.move(600, 400)
             path = program.begin_recording(PLAIN_BYTES)
+            began = time.monotonic()
             tone.after_next_mark(0.5)
-            for _ in range(4):
-                tone.after_next_mark(0.35)
-                moves.append(hands.button(1, True))
-                time.sleep(0.25)
-                moves.append(hands.button(1, False))
+            moves = act(tone, hands)
             tone.after_next_mark(0.5)
             program.end_recording(path)
-        env = Envelope(path)
-        loud = env.stretches(1.5, True)
-        quiet = env.stretches(0.54, False)
-        print("marks", [round(m % 100, 4) for m in tone.marks])
-        print("loud", [(round(a, 4), round(b, 4)) for a, b in loud])
-        print("moves", [round(m % 100, 4) for m in moves])
-        print("quiet", [(round(a, 4), round(b, 4)) for a, b in quiet])
-        for zero in [statistics.median(a - m for a, m in zip([x for x, _ in loud], tone.marks[k:])) for k in range(0, 4)]:
-            print(zero)
-            print([(round((a - zero - m)*1000, 2), round((b - zero - m)*1000, 2)) for (a, b), m in zip(quiet, moves)])
-        for a, b in quiet:
-            inside = env.between(a + 0.008, b - 0.008)
-            print(min(inside), statistics.median(inside), max(inside))
-        print("normal", env.normal)
+        loudness = Envelope(path)
+        marks = loudness.stretches(1.5, True)
+        # The host second at which the file begins, known from the marks up to whole seconds, and from the start to less.
+        # The first mark may be cut.
+        fraction = statistics.median((tone.marks[0] - begin + 0.5 - began) % 1 for begin, _ in marks[1:]) - 0.5 + began
+        zero = fraction - round(fraction - (began - 0.4))
+        return loudness, marks, [(before - zero, after - zero) for before, after in moves]
+
+    def test_the_tone_falls_to_8_percent_round_press_and_release_and_nowhere_else(self):
+        def act(tone, hands):
+            moves = []
+            for button in (1, 3, 2, 1):
+                tone.after_next_mark(0.35)
+                moves.append(hands.button(button, True))
+                time.sleep(0.25)
+                moves.append(hands.button(button, False))
+            return moves
+
+        loudness, marks, moves = self.record(act)
+        quiet = loudness.stretches(HALF_WAY, False)
+        self.assertEqual(len(quiet), len(moves), (quiet, moves, marks))
+        ends = [1000 * beside(end - TAIL_S, move) for (_, end), move in zip(quiet, moves)]
+        begins = [1000 * beside(begin, move) for (begin, _), move in zip(quiet, moves)]
+        print("end of the ducks, ms from where it belongs:", [round(end, 2) for end in ends])
+        print("begin of the ducks, ms from the click:", [round(begin, 2) for begin in begins])
+        self.assertLess(max(map(abs, ends)), PLACED_S * 1000)
+        self.assertGreater(min(begins), -(LEAD_S + PLACED_S) * 1000)
+        self.assertLess(max(begins), 20)
+        for begin, end in quiet:
+            inside = loudness.between(begin + 0.006, end - 0.006)
+            self.assertGreater(min(inside), DUCKED - 0.01)
+            self.assertLess(max(inside), DUCKED + 0.02)
+        # What the encoder smears of a step reaches half its block, 11 ms, to either side.
+        # The file may begin at the end of a mark, and ends with what fills up the encoder's last block.
+        ends = [(0, 0.15), (loudness.length() - 0.05, loudness.length())]
+        rest = loudness.beside([(a - 0.02, b + 0.02) for a, b in quiet + marks] + ends)
+        self.assertGreater(min(rest), 0.9)
+        self.assertLess(max(rest), 1.1)
+
+    def test_a_double_click_is_one_duck_to_the_end_of_its_last_movement(self):
+        def act(tone, hands):
+            tone.after_next_mark(0.4)
+            times = [*hands.click()]
+            time.sleep(0.06)
+            return times + [*hands.click()]
+
+        loudness, _, moves = self.record(act)
+        quiet = loudness.stretches(HALF_WAY, False)
+        self.assertEqual(len(quiet), 1)
+        self.assertLess(abs(beside(quiet[0][1] - TAIL_S, moves[-1])), PLACED_S)
+        self.assertLess(max(loudness.between(quiet[0][0] + 0.006, quiet[0][1] - 0.006)), DUCKED + 0.02)
+
+    def test_wheel_and_keys_are_no_clicks(self):
+        def act(tone, hands):
+            tone.after_next_mark(0.4)
+            for _ in range(3):
+                hands.click(4)
+                hands.click(5)
+            press("ctrl+m")
+            return []
+
+        loudness, _, _ = self.record(act)
+        self.assertEqual(loudness.stretches(HALF_WAY, False), [])
+
+    def test_with_the_setting_off_clicks_stay(self):
+        def act(tone, hands):
+            tone.after_next_mark(0.4)
+            hands.click()
+            return []
+
+        loudness, _, _ = self.record(act, muteClicks=False)
+        self.assertEqual(loudness.stretches(HALF_WAY, False), [])
 
 
 if __name__ == "__main__":

@@ -13,9 +13,9 @@ namespace {
 constexpr int kRate = MicFeed::kRate;
 constexpr int kToneHz = 1000;
 constexpr int kMark = kRate / 10;
-constexpr float kLoudness = 0.35F;
+constexpr float kLoudness = 0.1F;
 constexpr std::uint32_t kAheadBytes = kRate / 500 * sizeof(float);
-constexpr std::uint32_t kBufferBytes = kRate / 10 * sizeof(float);
+constexpr std::uint32_t kBufferBytes = kRate / 2 * sizeof(float);
 
 double hostSeconds() {
     timespec time{};
