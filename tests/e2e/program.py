@@ -10,7 +10,7 @@ import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILD = os.environ.get("VELMO_BUILD", os.path.join(ROOT, "build/release"))
-HANG_LIMIT_S = 15
+HANG_LIMIT_S = 90
 
 
 def tool(name):
