@@ -9,6 +9,7 @@
 #include <QEnterEvent>
 #include <QFocusEvent>
 #include <QFontMetricsF>
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <array>
@@ -142,6 +143,15 @@ void Button::enterEvent(QEnterEvent* event) {
 void Button::leaveEvent(QEvent* event) {
     hover_.moveTo(0);
     QAbstractButton::leaveEvent(event);
+}
+
+void Button::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QAbstractButton::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        // The repeats of a key that closed one dialog must not answer the next one.
+        click();
+    }
 }
 
 void Button::focusVisibly() {

@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalSpy>
+#include <QTest>
 
 namespace velmo {
 namespace {
@@ -118,6 +119,29 @@ TEST(AlertDialog, TheDestructiveAnswerNeverHasTheFocusWhenItOpens) {
     const auto* focused = qobject_cast<Button*>(dialog.focusWidget());
     ASSERT_NE(focused, nullptr);
     EXPECT_EQ(focused->text(), QStringLiteral("Cancelar"));
+}
+
+TEST(AlertDialog, ReturnAndEnterChooseTheAnswerThatHasTheFocus) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        for (const AlertDialog::First first : {AlertDialog::First::isDefault, AlertDialog::First::isDestructive}) {
+            auto* dialog = new AlertDialog(question(first));
+            QSignalSpy chosen(dialog, &AlertDialog::chosen);
+            dialog->show();
+            QTest::keyClick(dialog->focusWidget(), key);
+            ASSERT_EQ(chosen.count(), 1);
+            EXPECT_EQ(chosen.front().front().toInt(), first == AlertDialog::First::isDestructive ? 1 : 0);
+        }
+    }
+}
+
+TEST(Button, AKeyThatIsHeldPressesOnce) {
+    Button button(ButtonStyle::ghost, QStringLiteral("Carpeta"));
+    QSignalSpy clicked(&button, &Button::clicked);
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(&button, &press);
+    QCoreApplication::sendEvent(&button, &repeat);
+    EXPECT_EQ(clicked.count(), 1);
 }
 
 TEST(Button, IsAsWideAsItsTextNeedsAndNeverCutsIt) {
