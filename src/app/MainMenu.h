@@ -16,7 +16,7 @@ namespace velmo {
 /// One entry of the main menu; a separator has no action.
 struct MainMenuEntry {
     QString title;
-    QKeySequence key; ///< Control stands for the Command key of the original
+    QKeySequence key; ///< with Control, as this desktop expects it
     std::optional<ShellAction> action;
 };
 

@@ -1,5 +1,7 @@
 #include "base/AtomicFile.h"
 
+#include "base/FileDescriptor.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -16,22 +18,6 @@ namespace {
 Error posixError(int number) {
     return {kPosixErrorDomain, number, std::generic_category().message(number)};
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 bool writeAll(int descriptor, std::string_view content) {
     while (!content.empty()) {
@@ -55,7 +41,7 @@ int writeDurably(int descriptor, const std::filesystem::path& replaced, std::str
 }
 
 void syncFolder(const std::filesystem::path& folder) {
-    const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.number() >= 0) {
         ::fsync(descriptor.number());
     }
@@ -74,7 +60,7 @@ Result<void> writeFileAtomically(const std::filesystem::path& file, std::string_
     const std::filesystem::path folder = folderOf(target);
 
     std::string fresh = (folder / ("." + target.filename().native() + ".XXXXXX")).native();
-    const Descriptor descriptor(::mkostemp(fresh.data(), O_CLOEXEC));
+    const FileDescriptor descriptor(::mkostemp(fresh.data(), O_CLOEXEC));
     if (descriptor.number() < 0) {
         return posixError(errno);
     }
@@ -91,7 +77,7 @@ Result<void> writeFileAtomically(const std::filesystem::path& file, std::string_
 }
 
 Result<std::string> readWholeFile(const std::filesystem::path& file) {
-    const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
     if (descriptor.number() < 0) {
         return posixError(errno);
     }

@@ -36,7 +36,7 @@ public:
     /// Writes what waits. No calls follow.
     void finish();
 
-    std::int64_t framesWritten() const { return written_; }
+    /// How often silence was put in, and how often sound was left out because its place was taken already.
     int gaps() const { return gaps_; }
     int cuts() const { return cuts_; }
 

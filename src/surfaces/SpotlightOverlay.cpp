@@ -6,7 +6,8 @@ namespace velmo {
 namespace {
 
 constexpr double kTickSeconds = 1.0 / 60;
-constexpr int kStillTicks = 30; // half a second: the spot has long come to the mouse
+constexpr double kLookoutSeconds = 0.2; // for movements by programs, which no device reports
+constexpr int kStillTicks = 30;         // half a second: the spot has long come to the mouse
 
 } // namespace
 
@@ -72,19 +73,26 @@ Point SpotlightOverlay::mouse() const {
 }
 
 void SpotlightOverlay::resume() {
-    services_.motion.cancel();
+    rest();
     stillTicks_ = 0;
     ticking_ = true;
     timer_ = services_.timers.repeat(kTickSeconds, [this] { tick(); });
 }
 
-// The timer is only stopped: it may be the one that calls.
+// The timers are only stopped: one of them may be what calls.
 void SpotlightOverlay::rest() {
     services_.motion.cancel();
     ticking_ = false;
-    if (timer_) {
-        timer_->invalidate();
+    for (const auto& timer : {timer_.get(), lookout_.get()}) {
+        if (timer != nullptr) {
+            timer->invalidate();
+        }
     }
+}
+
+void SpotlightOverlay::wake() {
+    resume();
+    tick();
 }
 
 void SpotlightOverlay::tick() {
@@ -102,25 +110,26 @@ void SpotlightOverlay::tick() {
     restIfNothingMoves(view_->step(at, now, spotlight_), at);
 }
 
-void SpotlightOverlay::restIfNothingMoves(bool live, Point mouse) {
-    stillTicks_ = mouse == lastMouse_ ? stillTicks_ + 1 : 0;
-    lastMouse_ = mouse;
+void SpotlightOverlay::restIfNothingMoves(bool live, Point at) {
+    stillTicks_ = at == lastMouse_ ? stillTicks_ + 1 : 0;
+    lastMouse_ = at;
     if (live || spotlight_) {
         return;
     }
     if (!bubbles_) {
         rest();
     } else if (stillTicks_ >= kStillTicks) {
-        const auto watch = services_.motion.callOnce([this] {
-            resume();
-            tick();
-        });
-        if (watch == PointerMotion::Watch::armed) {
-            ticking_ = false;
-            timer_->invalidate();
-        } else {
+        if (services_.motion.callOnce([this] { wake(); }) == PointerMotion::Watch::impossible) {
             stillTicks_ = 0; // asked again in half a second
+            return;
         }
+        ticking_ = false;
+        timer_->invalidate();
+        lookout_ = services_.timers.repeat(kLookoutSeconds, [this] {
+            if (mouse() != lastMouse_) {
+                wake();
+            }
+        });
     }
 }
 

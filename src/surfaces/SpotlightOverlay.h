@@ -16,8 +16,8 @@ namespace velmo {
 /// Shows on the screen what the video shows round the pointer: the spotlight, and the bubble after a circle drawn in
 /// the air, for which it watches the mouse. Stays out of the video, as all windows of the program. Main thread.
 ///
-/// Between `start` and `stop` it looks at the mouse 60 times a second, but not while nothing is to be seen and the
-/// mouse rests (then `PointerMotion` wakes it), and not at all without spotlight and bubbles.
+/// Between `start` and `stop` it looks at the mouse 60 times a second; only five times while nothing is to be seen and
+/// the mouse rests, with `PointerMotion` to wake it at once; and not at all without spotlight and bubbles.
 class SpotlightOverlay final : public SpotlightPort {
 public:
     /// All borrowed; all outlive the overlay.
@@ -52,11 +52,13 @@ private:
     void resume();
     void rest();
     void tick();
-    void restIfNothingMoves(bool live, Point mouse);
+    void wake();
+    void restIfNothingMoves(bool live, Point at);
 
     Services services_;
     std::unique_ptr<PointerFXView> view_;
     std::unique_ptr<MainTimer> timer_;
+    std::unique_ptr<MainTimer> lookout_; // runs while the mouse rests
     CircleGesture gesture_;
     Point origin_; // of the screen, in global points
     Point lastMouse_;

@@ -61,14 +61,16 @@ class Stage:
 
 
 class Program:
-    """The program under test with settings of its own. `settings` are entries of its defaults file."""
+    """The program under test with settings of its own. `settings` are entries of its defaults file, `defaults` is all
+    that it holds, for files that are none."""
 
-    def __init__(self, **settings):
-        defaults = {"onboarded": True, "countdown": False, "mode": "screen", **settings}
+    def __init__(self, defaults=None, **settings):
+        if defaults is None:
+            defaults = json.dumps({"onboarded": True, "countdown": False, "mode": "screen", **settings})
         self.config = os.path.join(os.environ["XDG_CONFIG_HOME"], "velmo-studio")
         os.makedirs(self.config, exist_ok=True)
         with open(os.path.join(self.config, "defaults.json"), "w") as file:
-            json.dump(defaults, file)
+            file.write(defaults)
         self.library = os.path.join(os.environ["HOME"], "Videos", "Velmo Studio")
         self.start()
 
@@ -103,13 +105,13 @@ class Program:
         except (OSError, ValueError):
             return {}
 
-    def begin_recording(self):
-        """⌃G, and the path of the file that grows from then on."""
+    def begin_recording(self, first_bytes=4096):
+        """⌃G, and the path of the file that grows from then on. A plain screen without sound has few bytes to wait for."""
         before = set(self.videos())
         press("ctrl+g")
         new = wait_until("a new video file", lambda: set(self.videos()) - before)
         path = new.pop()
-        wait_until("the first samples in the file", lambda: os.path.getsize(path) > 4096)
+        wait_until("the first samples in the file", lambda: os.path.getsize(path) > first_bytes)
         return path
 
     def end_recording(self, path):

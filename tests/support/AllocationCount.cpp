@@ -30,10 +30,17 @@ std::size_t velmo::test::allocationCount() {
     return allocations.load();
 }
 
+// Every form is here, so that none is left to a sanitizer's own allocator and freed by another.
 void* operator new(std::size_t size) {
     return counted(size);
 }
 void* operator new[](std::size_t size) {
+    return counted(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return counted(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     return counted(size);
 }
 void* operator new(std::size_t size, std::align_val_t alignment) {

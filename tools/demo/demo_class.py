@@ -1,5 +1,6 @@
 """The demonstration class: driven from outside by keys and mouse, as a teacher would, then judged by its finished file."""
 
+import math
 import os
 import shutil
 import subprocess
@@ -69,36 +70,99 @@ def flash(seconds):
         time.sleep(seconds)
 
 
+def circle(middle, radius=140, turns=1.5, steps=45):
+    """A quick circle drawn in the air with the mouse: one call, since a new process for each step would be too slow."""
+    chain = []
+    for i in range(steps + 1):
+        angle = turns * 2 * math.pi * i / steps
+        chain += ["mousemove", str(round(middle[0] + radius * math.cos(angle))),
+                  str(round(middle[1] + radius * math.sin(angle))), "sleep", "0.012"]
+    subprocess.run(["xdotool", *chain], check=True)
+
+
+def drag(start, end):
+    subprocess.run(["xdotool", "mousemove", *map(str, start), "mousedown", "1"], check=True)
+    glide(start, end, 15)
+    subprocess.run(["xdotool", "mouseup", "1"], check=True)
+
+
+def write_and_scroll():
+    focus("apuntes")
+    subprocess.run(["xdotool", "type", "--delay", "60", "echo '1. Evaporacion: el agua sube'\n"], check=True)
+    subprocess.run(["xdotool", "type", "--delay", "60", "seq 1 200\n"], check=True)
+    subprocess.run(["xdotool", "mousemove", "500", "860", "click", "--repeat", "12", "--delay", "70", "4"], check=True)
+    subprocess.run(["xdotool", "click", "--repeat", "12", "--delay", "70", "5"], check=True)
+
+
+def turn_slide():
+    focus("El ciclo del agua")
+    press("Right")
+
+
+def show_closely(folder):
+    """Zoom where the mouse is, follow it, an area, and back."""
+    move((320, 620))
+    press("ctrl+z")
+    time.sleep(1.2)
+    glide((320, 620), (1300, 560), 40)
+    time.sleep(0.6)
+    screenshot(folder, "zoom")
+    press("ctrl+z")
+    time.sleep(1)
+    press("ctrl+a")
+    time.sleep(0.8)
+    screenshot(folder, "elegir-area")
+    drag((1060, 300), (1760, 690))
+    time.sleep(1.6)
+    press("ctrl+z")
+    time.sleep(1)
+
+
+def point_out(folder):
+    """The spotlight, the bubble on the pointer, and clicks that are not heard."""
+    press("ctrl+f")
+    glide((900, 700), (300, 370))
+    time.sleep(0.8)
+    screenshot(folder, "foco")
+    press("ctrl+f")
+    time.sleep(0.6)
+    circle((620, 520))
+    time.sleep(0.8)
+    screenshot(folder, "burbuja-del-mouse")
+    subprocess.run(["xdotool", "click", "--repeat", "3", "--delay", "300", "1"], check=True)
+    time.sleep(2)
+
+
+def only_a_part():
+    press("ctrl+r")
+    time.sleep(0.8)
+    drag((100, 160), (1060, 700))
+    time.sleep(2)
+    press("ctrl+r")
+    time.sleep(0.8)
+
+
 def teach(folder):
     """The class itself, between the two presses of the key."""
     flash(FLASH_S)
     voice = say(folder)
-    focus("El ciclo del agua")
-    press("Right")
+    turn_slide()
     glide((400, 300), (900, 640))
-    time.sleep(1)
     press("ctrl+m")
     time.sleep(0.4)
     screenshot(folder, "marcador")
-    focus("apuntes")
-    subprocess.run(["xdotool", "type", "--delay", "60", "echo '1. Evaporacion: el agua sube'\n"], check=True)
-    focus("El ciclo del agua")
-    press("Right")
-    glide((900, 640), (1300, 480))
-    focus("apuntes")
-    subprocess.run(["xdotool", "type", "--delay", "60", "seq 1 200\n"], check=True)
-    subprocess.run(["xdotool", "mousemove", "500", "860", "click", "--repeat", "12", "--delay", "70", "4"], check=True)
-    subprocess.run(["xdotool", "click", "--repeat", "12", "--delay", "70", "5"], check=True)
+    write_and_scroll()
+    show_closely(folder)
+    turn_slide()
+    point_out(folder)
     press("ctrl+p")
     time.sleep(0.6)
     screenshot(folder, "pausa")
     time.sleep(1.5)
     press("ctrl+p")
-    focus("El ciclo del agua")
-    press("Right")
-    time.sleep(0.5)
+    turn_slide()
+    only_a_part()
     press("ctrl+m")
-    glide((1300, 480), (600, 420))
     voice.wait()
     flash(FLASH_S)
 

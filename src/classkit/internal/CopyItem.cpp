@@ -1,6 +1,7 @@
 #include "classkit/internal/CopyItem.h"
 
 #include "base/AtomicFile.h"
+#include "base/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>
@@ -24,22 +25,6 @@ Error errorOf(int number) {
 Result<void> resultOf(const std::error_code& code) {
     return code ? Result<void>(errorOf(code.value())) : Result<void>();
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 /// Bytes copied; 0 at the end of the source; -1 and errno.
 ssize_t copyOwnBlock(int in, int out, off_t at, off_t count) {
@@ -93,7 +78,7 @@ int copyContent(int in, int out, off_t size) {
 
 Result<void> copyFile(const std::filesystem::path& from, const std::filesystem::path& to) {
     // A pipe must not keep us waiting for its other end.
-    const Descriptor in(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const FileDescriptor in(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat source {};
     if (in.number() < 0 || ::fstat(in.number(), &source) != 0) {
         return errorOf(errno);
@@ -101,7 +86,7 @@ Result<void> copyFile(const std::filesystem::path& from, const std::filesystem::
     if (!S_ISREG(source.st_mode)) {
         return errorOf(EINVAL);
     }
-    const Descriptor out(
+    const FileDescriptor out(
         ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, (source.st_mode & 0777) | S_IWUSR));
     if (out.number() < 0) {
         return errorOf(errno);

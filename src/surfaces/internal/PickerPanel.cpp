@@ -1,10 +1,18 @@
 #include "surfaces/internal/PickerPanel.h"
 
 #include <QPainterPath>
+#include <QTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace velmo {
+
+namespace {
+
+constexpr std::chrono::milliseconds kSettled{150}; // window managers have answered what was asked before
+
+} // namespace
 
 PickerPanel::PickerPanel(const QRect& place, QString prompt, std::optional<Rect> selection)
     : FloatingPanel(PanelLevel::countdown, {0, std::nullopt}),
@@ -12,14 +20,25 @@ PickerPanel::PickerPanel(const QRect& place, QString prompt, std::optional<Rect>
     setWindowTitle(QStringLiteral("Velmo Studio · elegir zona"));
     setWindowFlag(Qt::WindowDoesNotAcceptFocus, false);
     setAttribute(Qt::WA_ShowWithoutActivating, false);
-    connect(&view_, &RegionView::selectionChanged, this, [this] { outlineChanged(); });
+    connect(&view_, &RegionView::selectionChanged, this, [this] {
+        outlineChanged();
+        keepKeyboard();
+    });
 }
 
 void PickerPanel::open() {
     show();
     takeKeyboard();
+    QTimer::singleShot(kSettled, this, [this] { keepKeyboard(); });
     if (!isComposited()) {
         view_.grabMouse();
+    }
+}
+
+// A window manager that was about to give the keyboard to somebody else has done so after us.
+void PickerPanel::keepKeyboard() {
+    if (isVisible() && !isActiveWindow()) {
+        takeKeyboard();
     }
 }
 

@@ -23,6 +23,8 @@ protected:
     QPainterPath outline() const override { return view_.outline(); }
 
 private:
+    void keepKeyboard();
+
     RegionView view_;
 };
 

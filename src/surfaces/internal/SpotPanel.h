@@ -17,8 +17,6 @@ public:
 
     /// In own coordinates, y down.
     void setCenter(QPointF center);
-    /// The square around the disc, on whole device pixels.
-    QRectF holeRect() const { return hole_; }
 
 protected:
     QPainterPath outline() const override;
@@ -31,7 +29,7 @@ private:
     const QImage& holeImage();
 
     QPointF center_;
-    QRectF hole_;
+    QRectF hole_;  ///< the square around the disc, on whole device pixels
     QImage image_; // made for one side in pixels
 };
 

@@ -3,8 +3,10 @@
 #include "base/Clock.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <stdexcept>
+#include <sys/time.h>
 
 namespace velmo {
 
@@ -50,9 +52,8 @@ Beeper::Beeper(const std::string& sink) : loop_(pa_threaded_mainloop_new()) {
     buffer.maxlength = buffer.prebuf = buffer.minreq = buffer.fragsize = static_cast<std::uint32_t>(-1);
     buffer.tlength = kRate / 2 * 8; // a busy machine must not make it run dry
     pa_stream_connect_playback(stream_, sink.c_str(), &buffer,
-                               static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE |
-                                                              PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_DONT_MOVE),
-                               nullptr, nullptr);
+                               static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_DONT_MOVE), nullptr,
+                               nullptr);
     waitFor(
         loop_, [this] { return pa_stream_get_state(stream_); }, PA_STREAM_READY, PA_STREAM_FAILED);
     holdLatencyDown(sink);
@@ -110,14 +111,11 @@ std::size_t Beeper::writeBlock(std::size_t bytes) {
     if (pa_stream_begin_write(stream_, &data, &bytes) < 0 || data == nullptr) {
         return 0;
     }
-    pa_usec_t latency = 0;
-    int negative = 0;
-    if (wanted_ && pa_stream_get_latency(stream_, &latency, &negative) == 0) {
+    if (wanted_) {
         wanted_ = false;
         known_ = true;
         beepFramesLeft_ = kBeepFrames;
-        heardAt_ =
-            HostClock::shared().now().seconds() + (negative != 0 ? -1.0 : 1.0) * static_cast<double>(latency) / 1e6;
+        heardAt_ = firstFrameHeardAt_ + static_cast<double>(framesWritten_) / kRate;
         pa_threaded_mainloop_signal(loop_, 0);
     }
     float* frames = static_cast<float*>(data);
@@ -130,11 +128,34 @@ std::size_t Beeper::writeBlock(std::size_t bytes) {
         frames[2 * i] = frames[2 * i + 1] = value;
     }
     pa_stream_write(stream_, data, bytes, nullptr, 0, PA_SEEK_RELATIVE);
+    framesWritten_ += static_cast<std::int64_t>(count);
     return bytes;
+}
+
+// The server's plain account of one moment: its interpolation over time wanders by milliseconds.
+double Beeper::askWhenFirstFrameWasHeard() {
+    pa_operation* asked = pa_stream_update_timing_info(
+        stream_, [](pa_stream*, int, void* loop) { wake(loop); }, loop_);
+    while (pa_operation_get_state(asked) == PA_OPERATION_RUNNING) {
+        pa_threaded_mainloop_wait(loop_);
+    }
+    pa_operation_unref(asked);
+    const pa_timing_info* info = pa_stream_get_timing_info(stream_);
+    timeval wall{};
+    gettimeofday(&wall, nullptr);
+    const auto age = static_cast<double>(wall.tv_sec - info->timestamp.tv_sec) +
+                     static_cast<double>(wall.tv_usec - info->timestamp.tv_usec) / 1e6;
+    return HostClock::shared().now().seconds() - age + static_cast<double>(info->sink_usec) / 1e6 -
+           static_cast<double>(info->read_index) / 8 / kRate;
 }
 
 double Beeper::beep() {
     pa_threaded_mainloop_lock(loop_);
+    // One account may be late where the machine is busy.
+    std::array<double, 5> accounts{};
+    std::generate(accounts.begin(), accounts.end(), [this] { return askWhenFirstFrameWasHeard(); });
+    std::sort(accounts.begin(), accounts.end());
+    firstFrameHeardAt_ = accounts[accounts.size() / 2];
     wanted_ = true;
     known_ = false;
     while (!known_) {

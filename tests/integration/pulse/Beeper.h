@@ -25,6 +25,7 @@ public:
 
 private:
     void write(std::size_t wanted);
+    double askWhenFirstFrameWasHeard();
     std::size_t writeBlock(std::size_t bytes);
     /// A null sink plays ahead by up to the longest latency that anybody allows it, and a virtual microphone on it
     /// hears that early without the server saying so: this allows 5 ms.
@@ -37,6 +38,8 @@ private:
     int beepFramesLeft_ = 0;
     bool wanted_ = false;
     double heardAt_ = 0;
+    double firstFrameHeardAt_ = 0; // by the latest account
+    std::int64_t framesWritten_ = 0;
     bool known_ = false;
     std::atomic<int> underflows_{0};
 };

@@ -1,7 +1,7 @@
 #include "capture/internal/RecordingTimeline.h"
 
+#include "ArmedTimeline.h"
 #include "capture/RecorderError.h"
-#include "support/FakeAssetWriter.h"
 #include "support/ManualClock.h"
 #include "support/Samples.h"
 
@@ -23,17 +23,7 @@ using Sound = RecordingTimeline::Sound;
 
 class RecordingTimelineTest : public testing::Test {
 protected:
-    RecordingTimelineTest() { arm(); }
-
-    void arm() {
-        auto writer = writers.makeWriter("/nowhere/video.mp4");
-        RecordingTimeline::Inputs inputs;
-        inputs.video = writer.value()->addVideoInput({});
-        inputs.system = writer.value()->addAudioInput({});
-        inputs.microphone = writer.value()->addAudioInput({});
-        EXPECT_TRUE(writer.value()->startWriting().ok());
-        timeline.arm(std::move(writer).value(), inputs);
-    }
+    RecordingTimelineTest() { test::arm(timeline, writers); }
 
     test::FakeFile& file() { return writers.file(); }
     test::FakeTrack& video() { return file().videoTrack; }

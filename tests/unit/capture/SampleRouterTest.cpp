@@ -1,6 +1,6 @@
 #include "capture/internal/SampleRouter.h"
 
-#include "support/FakeAssetWriter.h"
+#include "ArmedTimeline.h"
 #include "support/FakeScreenCapture.h"
 #include "support/ManualClock.h"
 #include "support/ManualQueue.h"
@@ -24,13 +24,7 @@ using testing::SizeIs;
 class SampleRouterTest : public testing::Test {
 protected:
     SampleRouterTest() {
-        auto writer = writers.makeWriter("/nowhere/video.mp4");
-        RecordingTimeline::Inputs inputs;
-        inputs.video = writer.value()->addVideoInput({});
-        inputs.system = writer.value()->addAudioInput({});
-        inputs.microphone = writer.value()->addAudioInput({});
-        EXPECT_TRUE(writer.value()->startWriting().ok());
-        timeline.arm(std::move(writer).value(), inputs);
+        test::arm(timeline, writers);
         zoom.configure({0, 0, 64, 48});
     }
 

@@ -1,5 +1,5 @@
-#include "Allocations.h"
 #include "compositor/ZoomProcessor.h"
+#include "support/AllocationCount.h"
 #include "support/ManualClock.h"
 #include "support/Pictures.h"
 
@@ -10,9 +10,9 @@ namespace velmo {
 namespace {
 
 TEST(FramePath, TheCountSeesAnAllocation) {
-    const std::size_t before = test::allocationsOfThisThread();
+    const std::size_t before = test::allocationCount();
     const std::vector<int> one(1);
-    EXPECT_EQ(test::allocationsOfThisThread(), before + 1);
+    EXPECT_EQ(test::allocationCount(), before + 1);
 }
 
 class FramePathAllocations : public ::testing::TestWithParam<PixelFormat> {};
@@ -31,7 +31,7 @@ TEST_P(FramePathAllocations, AreNoneOnceTheFirstFrameIsThrough) {
     zoom.stepTo(0.1);
     ASSERT_TRUE(zoom.render(source, MediaTime::zero(), MediaTime(1, 30)));
 
-    const std::size_t before = test::allocationsOfThisThread();
+    const std::size_t before = test::allocationCount();
     int rendered = 0;
     for (int i = 0; i < 300; ++i) {
         zoom.update({i * 5.0, i * 3.0}, std::move(lists[static_cast<std::size_t>(i)]));
@@ -42,7 +42,7 @@ TEST_P(FramePathAllocations, AreNoneOnceTheFirstFrameIsThrough) {
         rendered += zoom.needsProcessing() && zoom.isAnimating() ? 1 : 0;
         rendered += zoom.render(source, MediaTime(i, 30), MediaTime(1, 30)) ? 1 : 0;
     }
-    EXPECT_EQ(test::allocationsOfThisThread(), before);
+    EXPECT_EQ(test::allocationCount(), before);
     EXPECT_GT(rendered, 300);
 }
 

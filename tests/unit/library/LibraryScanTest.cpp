@@ -98,6 +98,18 @@ TEST_F(LibraryScan, ALinkThatLeadsNowhereIsListedWithNothingKnown) {
     EXPECT_EQ(item("a.mp4").created, now);
 }
 
+TEST_F(LibraryScan, TheNewestComesFirst) {
+    video("b.mp4");
+    std::filesystem::create_symlink("nowhere", folder / "a.mp4"); // has the date of the scan
+    std::filesystem::create_symlink("nowhere", folder / "c.mp4");
+    now = std::chrono::system_clock::now() + std::chrono::hours(1);
+    open();
+    EXPECT_THAT(names(), ElementsAre(testing::AnyOf("a.mp4", "c.mp4"), testing::AnyOf("a.mp4", "c.mp4"), "b.mp4"));
+    now -= std::chrono::hours(2);
+    library->reload();
+    EXPECT_THAT(names(), ElementsAre("b.mp4", testing::AnyOf("a.mp4", "c.mp4"), testing::AnyOf("a.mp4", "c.mp4")));
+}
+
 TEST_F(LibraryScan, AnUnchangedFolderAnnouncesNothing) {
     video("a.mp4");
     open();

@@ -24,7 +24,7 @@ using testing::IsEmpty;
 
 class LibraryWindowTest : public test::LibraryFixture {
 protected:
-    /// Videos of different ages: the last named is the newest.
+    /// With these videos, in whatever order their dates give.
     void openWindow(std::initializer_list<const char*> videos) {
         for (const char* name : videos) {
             video(name);

@@ -106,8 +106,9 @@ struct FakeSecondBubble final : SecondBubblePort, Noted {
     void keep(const Screen&) override { note("keep"); }
     bool userHidden() const override { return hidden; }
     std::optional<WindowId> windowID() const override { return 11; }
-    std::optional<BubbleInfo> captureInfo() const override { return std::nullopt; }
+    std::optional<BubbleInfo> captureInfo() const override { return info; }
     bool hidden = false;
+    std::optional<BubbleInfo> info;
 };
 
 struct FakePhone final : PhonePort, Noted {
@@ -118,7 +119,8 @@ struct FakePhone final : PhonePort, Noted {
     void prepareForCapture() override { note("prepareForCapture"); }
     void park() override { note("park"); }
     std::optional<WindowId> windowID() const override { return 12; }
-    std::optional<BubbleInfo> captureInfo() const override { return std::nullopt; }
+    std::optional<BubbleInfo> captureInfo() const override { return info; }
+    std::optional<BubbleInfo> info;
 };
 
 struct FakeDrawing final : DrawingPort, Noted {
@@ -216,9 +218,15 @@ struct FakeRegionPicker final : RegionPickerPort, Noted {
     void pick(const Screen&, std::optional<Rect>, QString prompt,
               std::function<void(std::optional<Rect>)> completion) override {
         note("pick " + prompt.toStdString());
-        completion(answer);
+        if (isHeld) {
+            held = std::move(completion);
+        } else {
+            completion(answer);
+        }
     }
     std::optional<Rect> answer;
+    bool isHeld = false;
+    std::function<void(std::optional<Rect>)> held;
 };
 
 struct FakePointer final : PointerPort {

@@ -134,6 +134,40 @@ TEST_F(LiveControl, WithoutAStoredRegionThePickerOpens) {
     EXPECT_EQ(prefs.recordRegion.value(), (Rect{0.25, 0.25, 0.5, 0.5}));
 }
 
+TEST_F(LiveControl, ARegionThatIsPickedAfterTheSessionIsKeptForTheNext) {
+    record();
+    regionPicker.isHeld = true;
+    controller->chooseRegion();
+    controller->stop();
+    settle();
+    regionPicker.held(Rect{0.25, 0.25, 0.5, 0.5});
+    EXPECT_FALSE(controller->regionOn());
+    EXPECT_EQ(prefs.recordRegion.value(), (Rect{0.25, 0.25, 0.5, 0.5}));
+}
+
+TEST_F(LiveControl, ACancelledChoiceLeavesTheRegionAsItIs) {
+    prefs.recordRegion = Rect{0, 0, 0.5, 0.5};
+    record();
+    controller->toggleRegion();
+    controller->chooseRegion();
+    EXPECT_TRUE(controller->regionOn());
+    EXPECT_EQ(prefs.recordRegion.value(), (Rect{0, 0, 0.5, 0.5}));
+}
+
+TEST_F(LiveControl, ACameraAloneHasNeitherRegionNorSpotlightNorDrawingNorBoard) {
+    prefs.mode = RecordMode::cam;
+    addWindow(10, {0, 0, 100, 100});
+    record();
+    controller->toggleRegion();
+    controller->chooseRegion();
+    controller->toggleSpotlight();
+    controller->toggleDrawing();
+    controller->toggleBoard();
+    EXPECT_THAT(calls, IsEmpty());
+    controller->toggleKit();
+    EXPECT_THAT(calls, ElementsAre("kitPanel.toggle")) << "material needs no screen";
+}
+
 TEST_F(LiveControl, TheRegionOfLastTimeComesBackWithoutAsking) {
     prefs.recordRegion = Rect{0, 0, 0.5, 0.5};
     record();

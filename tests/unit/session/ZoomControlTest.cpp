@@ -85,6 +85,19 @@ TEST_F(ZoomControl, BelowOneAndAHalfZoomGoesOff) {
     EXPECT_EQ(controller->zoomLevelNow(), 1.5) << "the remembered level";
 }
 
+TEST_F(ZoomControl, ResettingSwitchesOffWhatIsOn) {
+    record();
+    controller->resetZoom();
+    EXPECT_THAT(taken(), IsEmpty());
+    zoomTo(0.25);
+    controller->togglePause();
+    calls.clear();
+    controller->resetZoom();
+    EXPECT_FALSE(controller->zoomOn());
+    EXPECT_EQ(count("zoom.setEnabled false"), 1);
+    EXPECT_EQ(controller->zoomLevelNow(), 2.0) << "the remembered level";
+}
+
 TEST_F(ZoomControl, AnAreaIsHeldAtALevelOfItsWidth) {
     record();
     regionPicker.answer = Rect{0.25, 0.5, 0.5, 0.25};
@@ -110,6 +123,31 @@ TEST_F(ZoomControl, ACancelledAreaLeavesTheZoomAlone) {
     record();
     controller->zoomToArea();
     EXPECT_FALSE(controller->zoomOn());
+}
+
+TEST_F(ZoomControl, AnAreaTakesTheRegionAway) {
+    prefs.recordRegion = Rect{0, 0, 0.5, 0.5};
+    record();
+    controller->toggleRegion();
+    controller->zoomToArea();
+    EXPECT_TRUE(controller->regionOn()) << "cancelled";
+    calls.clear();
+    regionPicker.answer = Rect{0, 0, 0.5, 0.5};
+    controller->zoomToArea();
+    EXPECT_FALSE(controller->regionOn());
+    EXPECT_THAT(calls, ElementsAre(testing::_, "zoom.setRegion none", "zoom.focus 0.25,0.25 2.00"));
+}
+
+TEST_F(ZoomControl, AnAreaThatIsPickedAfterTheSessionIsDropped) {
+    record();
+    regionPicker.isHeld = true;
+    controller->zoomToArea();
+    controller->stop();
+    settle();
+    calls.clear();
+    regionPicker.held(Rect{0, 0, 0.5, 0.5});
+    EXPECT_FALSE(controller->zoomOn());
+    EXPECT_THAT(calls, IsEmpty());
 }
 
 TEST_F(ZoomControl, FollowingIsRemembered) {
@@ -144,6 +182,86 @@ TEST_F(ZoomControl, ABubbleThatGrewGetsAStreamOfItsSize) {
     advance(0.5);
     EXPECT_EQ(count("recorder.resizeOverlay 0 320.00"), 1);
     EXPECT_EQ(script.zoom->lastBubbles.size(), 1u);
+}
+
+TEST_F(ZoomControl, TheCompositorHearsOfTheVisibleBubblesInTheirOrder) {
+    phone.info = BubbleInfo{{}, false, 0, {}, {}, 2};
+    secondBubble.info = BubbleInfo{{}, false, 0, {}, {}, 1};
+    bubble.info = BubbleInfo{{}, false, 0, {}, {}, 0};
+    const auto heard = [this] {
+        advance(0.125);
+        std::vector<int> keys;
+        for (const BubbleInfo& each : script.zoom->lastBubbles) {
+            keys.push_back(each.key);
+        }
+        return keys;
+    };
+    record();
+    EXPECT_THAT(heard(), ElementsAre(0, 1, 2));
+    secondBubble.info.reset();
+    EXPECT_THAT(heard(), ElementsAre(0, 2));
+}
+
+TEST_F(ZoomControl, ABubbleWithoutAStreamIsNotResized) {
+    prefs.mode = RecordMode::screenCam;
+    addWindow(10, {0, 0, 220, 220});
+    script.overlayErrors[0] = Error{"x", 1, "y"};
+    bubble.info = BubbleInfo{{}, true, 0.2, {}, {0, 0, 220, 320}, 0};
+    record();
+    advance(0.5);
+    EXPECT_EQ(count("recorder.resizeOverlay 0 220.00"), 0);
+    EXPECT_THAT(controller->overlaySizes(), IsEmpty());
+}
+
+TEST_F(ZoomControl, ABubbleThatGrewInHeightAloneGetsAStreamOfItsSizeOnce) {
+    prefs.mode = RecordMode::screenCam;
+    addWindow(10, {0, 0, 220, 220});
+    bubble.info = BubbleInfo{{}, true, 0.2, {}, {0, 0, 220, 220.625}, 0};
+    record();
+    advance(0.5);
+    EXPECT_EQ(count("recorder.resizeOverlay 0 220.00"), 1);
+    EXPECT_EQ(controller->overlaySizes().at(0), (Size{220, 220.625}));
+}
+
+struct ZoomCommand {
+    const char* name;
+    void (RecorderController::*operation)();
+};
+void PrintTo(const ZoomCommand& command, std::ostream* out) {
+    *out << command.name;
+}
+class ZoomCommands : public ZoomControl, public testing::WithParamInterface<ZoomCommand> {};
+
+TEST_P(ZoomCommands, KeepAnAutomaticZoomOpen) {
+    prefs.zoomAuto = true;
+    prefs.zoomLevel = 3;
+    regionPicker.answer = Rect{0, 0, 0.5, 0.5};
+    record();
+    if (GetParam().operation != &RecorderController::toggleZoom) {
+        controller->toggleZoom();
+    }
+    advance(3);
+    (controller.get()->*GetParam().operation)();
+    ASSERT_TRUE(controller->zoomOn());
+    advance(3.375);
+    EXPECT_TRUE(controller->zoomOn());
+    advance(0.25);
+    EXPECT_FALSE(controller->zoomOn());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ZoomCommands,
+                         testing::Values(ZoomCommand{"toggleZoom", &RecorderController::toggleZoom},
+                                         ZoomCommand{"zoomIn", &RecorderController::zoomIn},
+                                         ZoomCommand{"zoomOutStep", &RecorderController::zoomOutStep},
+                                         ZoomCommand{"zoomToArea", &RecorderController::zoomToArea}));
+
+TEST_F(ZoomControl, TheFirstStepInKeepsAnAutomaticZoomOpenToo) {
+    prefs.zoomAuto = true;
+    record();
+    advance(3);
+    controller->zoomIn();
+    advance(3.375);
+    EXPECT_TRUE(controller->zoomOn());
 }
 
 TEST_F(ZoomControl, AnAutomaticZoomFallsBackWhenTheMouseRests) {

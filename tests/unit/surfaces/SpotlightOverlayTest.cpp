@@ -242,7 +242,7 @@ TEST(SpotlightOverlay, TheBubbleIsGoneAfterItsTimeAndThenTheOverlayRests) {
     desk.ticks(3);
     EXPECT_FALSE(desk.view().bubble().isVisible());
     EXPECT_FALSE(desk.view().bubbleStart());
-    EXPECT_EQ(desk.timers.running(), 0);
+    EXPECT_FALSE(desk.overlay.isTicking());
     EXPECT_TRUE(desk.pointer.isWatched());
 }
 
@@ -279,14 +279,26 @@ TEST(SpotlightOverlay, ARestingMouseStopsTheTicksAndAMovementBringsThemBack) {
     Desk desk;
     desk.overlay.start(desk.screen, true);
     desk.ticks(40);
-    EXPECT_EQ(desk.timers.running(), 0);
+    EXPECT_FALSE(desk.overlay.isTicking());
     EXPECT_TRUE(desk.pointer.isWatched());
     const int looks = desk.pointer.looks;
-    desk.ticks(600);
-    EXPECT_EQ(desk.pointer.looks, looks) << "nobody looks at a mouse that rests";
+    desk.timers.advance(10);
+    EXPECT_NEAR(desk.pointer.looks, looks + 50, 2) << "a mouse that rests is looked at five times a second";
     desk.circle();
     EXPECT_EQ(desk.circles.size(), 1u);
     EXPECT_EQ(desk.timers.running(), 1);
+}
+
+TEST(SpotlightOverlay, AMovementThatNoDeviceReportsBringsTheTicksBackWithinAFifthOfASecond) {
+    Desk desk;
+    desk.overlay.start(desk.screen, true);
+    desk.ticks(60);
+    ASSERT_FALSE(desk.overlay.isTicking());
+    desk.pointer.at = {100, 100};
+    desk.timers.advance(0.21);
+    EXPECT_TRUE(desk.overlay.isTicking());
+    EXPECT_EQ(desk.timers.running(), 1);
+    EXPECT_FALSE(desk.pointer.isWatched());
 }
 
 TEST(SpotlightOverlay, WhereNobodyTellsOfMovementsTheTicksGoOn) {

@@ -1,5 +1,7 @@
 #include "platform/x11/internal/Nv12Convert.h"
 
+#include "TestPicture.h"
+
 #include <gtest/gtest.h>
 #include <hwy/targets.h>
 
@@ -12,18 +14,8 @@
 namespace velmo::x11 {
 namespace {
 
-struct TestPicture {
-    TestPicture(int width, int height)
-        : pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4), picture{
-                                                                                              pixels.data(),
-                                                                                              std::ptrdiff_t{4} * width,
-                                                                                              width, height, false} {}
-    std::vector<std::uint8_t> pixels;
-    Picture picture;
-};
-
 TestPicture noise(int width, int height, unsigned seed) {
-    TestPicture result(width, height);
+    TestPicture result(width, height, false);
     std::mt19937 random(seed);
     for (std::uint8_t& byte : result.pixels) {
         byte = static_cast<std::uint8_t>(random() % 4 == 0 ? (random() % 2) * 255 : random());

@@ -1,5 +1,7 @@
 #include "platform/x11/internal/PictureScaler.h"
 
+#include "TestPicture.h"
+
 #include <gtest/gtest.h>
 #include <hwy/targets.h>
 
@@ -10,16 +12,6 @@
 
 namespace velmo::x11 {
 namespace {
-
-struct TestPicture {
-    TestPicture(int width, int height)
-        : pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4), picture{
-                                                                                              pixels.data(),
-                                                                                              std::ptrdiff_t{4} * width,
-                                                                                              width, height, true} {}
-    std::vector<std::uint8_t> pixels;
-    Picture picture;
-};
 
 void fillWithNoise(TestPicture& picture, unsigned seed) {
     std::mt19937 random(seed);
@@ -54,9 +46,9 @@ TEST(PictureScaler, AgreesWithTheWeightedMeanUpAndDownOnEveryInstructionSet) {
         hwy::SetSupportedTargetsForTest(target);
         for (const auto& [width, height] :
              {std::pair{50, 30}, {20, 12}, {37, 29}, {75, 45}, {101, 90}, {3, 2}, {1, 1}}) {
-            TestPicture from(50, 30);
+            TestPicture from(50, 30, true);
             fillWithNoise(from, 9);
-            TestPicture to(width, height);
+            TestPicture to(width, height, true);
             PictureScaler(50, 30, width, height).scale(from.picture, to.picture, {0, 0, width, height});
             for (int y = 0; y < height; ++y) {
                 for (int x = 0; x < width; ++x) {
@@ -73,10 +65,10 @@ TEST(PictureScaler, AgreesWithTheWeightedMeanUpAndDownOnEveryInstructionSet) {
 
 TEST(PictureScaler, FlatColoursStayExactlyTheSame) {
     for (const int value : {0, 1, 127, 254, 255}) {
-        TestPicture from(40, 40);
+        TestPicture from(40, 40, true);
         std::fill(from.pixels.begin(), from.pixels.end(), static_cast<std::uint8_t>(value));
         for (const int size : {13, 27, 40, 41, 64}) {
-            TestPicture to(size, size);
+            TestPicture to(size, size, true);
             PictureScaler(40, 40, size, size).scale(from.picture, to.picture, {0, 0, size, size});
             EXPECT_TRUE(std::all_of(to.pixels.begin(), to.pixels.end(), [&](int byte) { return byte == value; }))
                 << value << " at " << size;
@@ -87,10 +79,10 @@ TEST(PictureScaler, FlatColoursStayExactlyTheSame) {
 TEST(PictureScaler, WhatAChangeAffectsIsAllThatIsDifferent) {
     std::mt19937 random(11);
     for (const auto& [width, height] : {std::pair{40, 22}, {96, 54}, {150, 100}}) {
-        TestPicture from(96, 54);
+        TestPicture from(96, 54, true);
         fillWithNoise(from, 10);
         PictureScaler scaler(96, 54, width, height);
-        TestPicture kept(width, height);
+        TestPicture kept(width, height, true);
         scaler.scale(from.picture, kept.picture, {0, 0, width, height});
         for (int round = 0; round < 30; ++round) {
             const PixelRect change{static_cast<int>(random() % 90), static_cast<int>(random() % 50),
@@ -101,7 +93,7 @@ TEST(PictureScaler, WhatAChangeAffectsIsAllThatIsDifferent) {
                 }
             }
             scaler.scale(from.picture, kept.picture, scaler.affectedBy(change));
-            TestPicture fresh(width, height);
+            TestPicture fresh(width, height, true);
             scaler.scale(from.picture, fresh.picture, {0, 0, width, height});
             ASSERT_EQ(kept.pixels, fresh.pixels);
         }

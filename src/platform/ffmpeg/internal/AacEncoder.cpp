@@ -15,7 +15,7 @@ bool canEncode(const AudioSettings& settings) {
     return settings.sampleRate == 48000 && settings.channels == 2 && settings.bitRate > 0;
 }
 
-Result<std::unique_ptr<AacEncoder>> AacEncoder::open(const AudioSettings& settings, Effort effort, Sink sink) {
+Result<std::unique_ptr<AacEncoder>> AacEncoder::open(const AudioSettings& settings, Sink sink) {
     const AVCodec* codec = avcodec_find_encoder_by_name("aac");
     std::unique_ptr<AacEncoder> encoder(new AacEncoder);
     encoder->context_.reset(codec == nullptr ? nullptr : avcodec_alloc_context3(codec));
@@ -30,9 +30,6 @@ Result<std::unique_ptr<AacEncoder>> AacEncoder::open(const AudioSettings& settin
     context.bit_rate = settings.bitRate;
     context.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     av_channel_layout_default(&context.ch_layout, settings.channels);
-    if (effort == Effort::live) {
-        av_opt_set(context.priv_data, "aac_coder", "fast", 0);
-    }
     if (const int failed = avcodec_open2(&context, codec, nullptr); failed < 0) {
         return libraryError(failed, MediaError::encoder);
     }

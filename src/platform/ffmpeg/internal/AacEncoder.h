@@ -18,11 +18,10 @@ bool canEncode(const AudioSettings& settings);
 class AacEncoder {
 public:
     using Sink = std::function<void(PacketPtr)>;
-    enum class Effort { live, thorough };
 
     /// `sink` takes each packet, with times in ticks of the sample rate; the first lies before zero by what the encoder
     /// needs to settle, and the index takes that off again.
-    static Result<std::unique_ptr<AacEncoder>> open(const AudioSettings& settings, Effort effort, Sink sink);
+    static Result<std::unique_ptr<AacEncoder>> open(const AudioSettings& settings, Sink sink);
 
     const AVCodecContext& context() const { return *context_; }
     AVRational timeBase() const { return {1, context_->sample_rate}; }

@@ -18,9 +18,8 @@ AudioTrack::AudioTrack(const AudioSettings& settings, PacketSink& sink)
       queue_("velmo.writer.audio") {}
 
 Result<void> AudioTrack::open() {
-    auto encoder = AacEncoder::open(settings_, AacEncoder::Effort::live, [this](PacketPtr packet) {
-        sink_.put(std::move(packet), number_, encoder_->timeBase());
-    });
+    auto encoder = AacEncoder::open(
+        settings_, [this](PacketPtr packet) { sink_.put(std::move(packet), number_, encoder_->timeBase()); });
     if (!encoder) {
         return encoder.error();
     }

@@ -16,7 +16,7 @@ PassthroughFile::create(const std::filesystem::path& path, const VideoTrackForma
         return mediaError(MediaError::encoder);
     }
     output.audioFormat_ = {static_cast<double>(audio.sampleRate), audio.channels, AudioFormat::Sample::int16, true};
-    auto encoder = AacEncoder::open(audio, AacEncoder::Effort::thorough, [&output](const PacketPtr& packet) {
+    auto encoder = AacEncoder::open(audio, [&output](const PacketPtr& packet) {
         output.put(*packet, output.audioTrack_, output.encoder_->timeBase());
     });
     if (!encoder) {

@@ -31,7 +31,6 @@ struct TrackedWindow {
     bool pixmapAgain = true;
     bool damaged = false;
 
-    bool isStale() const { return describeAgain || shapeAgain || opacityAgain || ownerAgain || pixmapAgain; }
     /// Adds something to the picture.
     bool isVisible() const {
         return viewable && !excluded && client != 0 && opacity > 0 && (depth == 24 || depth == 32);

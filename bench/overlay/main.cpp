@@ -1,0 +1,138 @@
+// What the overlay costs: CPU of this process, which holds nothing but the overlay, and of the X server with its
+// compositing manager's requests, in parts of one core.
+//
+//   tools/desk run build/release/bin/bench_overlay [SECONDS]
+
+#include "platform/desktop/XInputPointerMotion.h"
+#include "session/QtTimers.h"
+#include "support/XTestClient.h"
+#include "surfaces/SpotlightOverlay.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QEventLoop>
+#include <QProcess>
+#include <QTimer>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <string>
+
+namespace velmo {
+namespace {
+
+class Mouse final : public PointerPort {
+public:
+    Point location() const override {
+        const QPoint at = QCursor::pos();
+        return {static_cast<double>(at.x()), 1080.0 - at.y()};
+    }
+};
+
+double ownCpu() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+double serverCpu() {
+    std::ifstream file("/proc/" + qEnvironmentVariable("DESK_XSERVER_PID").toStdString() + "/stat");
+    std::string text;
+    std::getline(file, text);
+    std::size_t at = text.rfind(')') + 1;
+    for (int field = 0; field < 12; ++field) {
+        at = text.find(' ', at + 1);
+    }
+    char* end = nullptr;
+    const double user = std::strtod(text.c_str() + at, &end);
+    return (user + std::strtod(end, nullptr)) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+void pass(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// The mouse of another process: a wide slow round, 120 events a second.
+int moveForever() {
+    test::XTestClient client(qEnvironmentVariable("DISPLAY").toStdString());
+    for (int i = 0;; ++i) {
+        const double angle = i / 120.0 * 1.5;
+        client.movePointer(static_cast<int>(960 + 600 * std::cos(angle)),
+                           static_cast<int>(540 + 300 * std::sin(angle)));
+        client.sync();
+        usleep(1'000'000 / 120);
+    }
+}
+
+class Mover {
+public:
+    Mover() { process_.start(QApplication::applicationFilePath(), {QStringLiteral("--move")}); }
+    ~Mover() {
+        process_.kill();
+        process_.waitForFinished();
+    }
+
+private:
+    QProcess process_;
+};
+
+void measure(const char* what, int seconds) {
+    pass(1500); // fades and starts are no part of it
+    const double own = ownCpu();
+    const double server = serverCpu();
+    pass(seconds * 1000);
+    std::printf("%-58s %6.3f %%  %6.2f %%\n", what, (ownCpu() - own) * 100 / seconds,
+                (serverCpu() - server) * 100 / seconds);
+    std::fflush(stdout);
+}
+
+void run(int seconds) {
+    QtTimers timers;
+    Mouse mouse;
+    XInputPointerMotion motion;
+    const Screen screen{1, {0, 0, 1920, 1080}, 1};
+    SpotlightOverlay overlay{{HostClock::shared(), timers, mouse, motion, [] {
+                                  return std::vector<Color>{Color::fromHex(0xD4FF3A), Color::fromHex(0x8FE000)};
+                              }}};
+    std::printf("%-58s %8s  %8s\n", "", "overlay", "X server");
+    measure("no overlay", seconds);
+    overlay.start(screen, false);
+    measure("started, without circles", seconds);
+    overlay.start(screen, true);
+    measure("watching for circles, mouse at rest", seconds);
+    {
+        const Mover mover;
+        overlay.stop();
+        measure("no overlay, mouse moving", seconds);
+        overlay.start(screen, true);
+        measure("watching for circles, mouse moving", seconds);
+    }
+    overlay.setSpotlight(true);
+    measure("spotlight, mouse at rest", seconds);
+    const Mover mover;
+    measure("spotlight, mouse moving", seconds);
+}
+
+} // namespace
+} // namespace velmo
+
+int main(int argc, char** argv) {
+    if (argc > 1 && std::string(argv[1]) == "--move") {
+        return velmo::moveForever();
+    }
+    QApplication application(argc, argv);
+    application.setQuitOnLastWindowClosed(false);
+    velmo::run(argc > 1 ? std::atoi(argv[1]) : 10);
+    return EXIT_SUCCESS;
+}
