@@ -1,13 +1,19 @@
 // Tells what a finished video holds, as JSON on standard output, for tests that judge by the file alone:
 //
-//   velmo-judge FILE [--counter X,Y] [--probe X,Y]... [--threshold A]
+//   velmo-judge FILE [--counter X,Y[,CELL]] [--white L] [--mark L] [--probe X,Y]... [--threshold A]
 //
 // streams with their codec data, one entry for each decoded frame (time, key frame, the burnt-in counter whose first
-// cell begins at X,Y from the top left, luma and chroma at each probe), and for each sound track the stretches in which
-// it is louder than A (default 0.05), in seconds.
+// cell begins at X,Y from the top left and is CELL (default 16) pixels wide, its white having the luma L (default 235),
+// the mark, luma and chroma at each probe), and for each sound track the stretches in which it is louder than A
+// (default 0.05), in seconds.
+//
+// The mark is all that is lighter than its L: told are the middle of that light, in pixels from the top left corner of
+// the picture, and how many pixels are lit; null when none is.
 
 #include "SoundEvents.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -23,12 +29,21 @@ extern "C" {
 
 namespace {
 
-constexpr int kCell = 16;
+constexpr int kBlack = 16;
 constexpr int kBits = 24;
+
+struct Counter {
+    int x = 0;
+    int y = 0;
+    int cell = 16;
+    int white = 235;
+};
 
 struct Options {
     std::string file;
-    std::optional<std::pair<int, int>> counter;
+    bool counts = false;
+    Counter counter;
+    std::optional<int> mark;
     std::vector<std::pair<int, int>> probes;
     double threshold = 0.05;
 };
@@ -42,9 +57,18 @@ bool parse(int count, char** arguments, Options& options) {
         const std::string name = arguments[i];
         int x = 0;
         int y = 0;
-        const bool isPoint = std::sscanf(arguments[i + 1], "%d,%d", &x, &y) == 2;
+        int cell = options.counter.cell;
+        const int numbers = std::sscanf(arguments[i + 1], "%d,%d,%d", &x, &y, &cell);
+        const bool isPoint = numbers >= 2;
         if (name == "--counter" && isPoint) {
-            options.counter = {x, y};
+            options.counts = true;
+            options.counter.x = x;
+            options.counter.y = y;
+            options.counter.cell = cell;
+        } else if (name == "--white" && numbers == 1) {
+            options.counter.white = x;
+        } else if (name == "--mark" && numbers == 1) {
+            options.mark = x;
         } else if (name == "--probe" && isPoint) {
             options.probes.emplace_back(x, y);
         } else if (name == "--threshold") {
@@ -65,18 +89,43 @@ int chromaAt(const AVFrame& frame, int plane, int x, int y) {
 }
 
 // -1 when the two cells that mark a counter are not there.
-int readCounter(const AVFrame& frame, std::pair<int, int> at) {
+int readCounter(const AVFrame& frame, const Counter& counter) {
     const auto cell = [&](int index) {
-        return lumaAt(frame, at.first + index * kCell + kCell / 2, at.second + kCell / 2);
+        return lumaAt(frame, counter.x + index * counter.cell + counter.cell / 2, counter.y + counter.cell / 2);
     };
-    if (cell(0) < 180 || cell(1) > 70) {
+    const int range = counter.white - kBlack;
+    if (cell(0) < kBlack + range * 3 / 4 || cell(1) > kBlack + range / 4) {
         return -1;
     }
     int value = 0;
     for (int bit = 0; bit < kBits; ++bit) {
-        value = value << 1 | (cell(bit + 2) > 125 ? 1 : 0);
+        value = value << 1 | (cell(bit + 2) > kBlack + range / 2 ? 1 : 0);
     }
     return value;
+}
+
+void printMark(const AVFrame& frame, int ground) {
+    double light = 0;
+    double sumX = 0;
+    double sumY = 0;
+    int lit = 0;
+    for (int y = 0; y < frame.height; ++y) {
+        const std::uint8_t* row = frame.data[0] + std::ptrdiff_t{y} * frame.linesize[0];
+        for (int x = 0; x < frame.width; ++x) {
+            if (row[x] > ground) {
+                const double weight = row[x] - ground;
+                light += weight;
+                sumX += weight * (x + 0.5);
+                sumY += weight * (y + 0.5);
+                ++lit;
+            }
+        }
+    }
+    if (lit == 0) {
+        std::printf(", \"mark\": null");
+    } else {
+        std::printf(", \"mark\": [%.4f, %.4f, %d]", sumX / light, sumY / light, lit);
+    }
 }
 
 const char* orUnknown(const char* text) {
@@ -202,8 +251,11 @@ private:
         std::printf("%s{\"t\": %.6f, \"key\": %s", frames_++ == 0 ? "" : ",\n",
                     seconds(frame.best_effort_timestamp, track.stream->time_base),
                     frame.key_frame != 0 ? "true" : "false");
-        if (options_.counter) {
-            std::printf(", \"counter\": %d", readCounter(frame, *options_.counter));
+        if (options_.counts) {
+            std::printf(", \"counter\": %d", readCounter(frame, options_.counter));
+        }
+        if (options_.mark) {
+            printMark(frame, *options_.mark);
         }
         if (!options_.probes.empty()) {
             std::printf(", \"probes\": [");
@@ -229,7 +281,8 @@ private:
 int main(int count, char** arguments) {
     Options options;
     if (!parse(count, arguments, options)) {
-        std::fprintf(stderr, "usage: velmo-judge FILE [--counter X,Y] [--probe X,Y]... [--threshold A]\n");
+        std::fprintf(stderr, "usage: velmo-judge FILE [--counter X,Y[,CELL]] [--white L] [--mark L] [--probe X,Y]... "
+                             "[--threshold A]\n");
         return 2;
     }
     av_log_set_level(AV_LOG_ERROR);

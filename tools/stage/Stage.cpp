@@ -1,8 +1,10 @@
 // A window that paints known things at known times, for the demonstration, the end-to-end tests and the benches:
 //
 //   velmo-stage WORKLOAD [--fps N] [--size WxH] [--at X,Y] [--seconds S] [--color RRGGBB] [--title T] [--unmanaged]
+//                        [--clock] [--no-pointer]
 //
 //   plain    one colour
+//   tick     one colour, a shade darker in every second frame
 //   still    one slide, painted once
 //   lecture  a slide on which a letter appears ten times a second, and which changes every 10 s
 //   scroll   a page of text that moves by 8 pixels a frame
@@ -10,8 +12,9 @@
 //   tone     one colour, and a steady tone with marks on the sink `micfeed`, see ToneSound
 //   flash    black; white for 100 ms every 2 s while a 1 kHz beep sounds on the sink `micfeed`
 //
-// All but plain, tone and flash burn a frame counter into the upper left corner: 24 cells of 16 pixels, most
-// significant bit first, white for 1, with a white and a black cell before them.
+// All but plain, tick, tone and flash burn a frame counter into the upper left corner: 24 cells of 16 pixels, most
+// significant bit first, white for 1, with a white and a black cell before them. With --clock it is the time of the
+// painting, in milliseconds of CLOCK_MONOTONIC.
 
 #include "FlashSound.h"
 #include "ToneSound.h"
@@ -46,6 +49,8 @@ struct Options {
     std::uint32_t color = 0x35506b;
     std::string title = "stage";
     bool unmanaged = false;
+    bool clock = false;
+    bool noPointer = false;
 };
 
 struct Server {
@@ -130,11 +135,16 @@ class Plain : public Workload {
 public:
     explicit Plain(const Options& options) : options_(options) {}
     bool paint(const Server& server, int n) override {
-        server.fill(server.back, options_.color,
-                    {0, 0, static_cast<std::uint16_t>(options_.width), static_cast<std::uint16_t>(options_.height)});
+        server.fill(server.back, color(), area());
         return n == 0;
     }
     bool countsFrames() const override { return false; }
+
+protected:
+    std::uint32_t color() const { return options_.color; }
+    xcb_rectangle_t area() const {
+        return {0, 0, static_cast<std::uint16_t>(options_.width), static_cast<std::uint16_t>(options_.height)};
+    }
 
 private:
     Options options_;
@@ -146,6 +156,16 @@ public:
 
 private:
     ToneSound sound_;
+};
+
+class Tick final : public Plain {
+public:
+    using Plain::Plain;
+    bool paint(const Server& server, int n) override {
+        const std::uint32_t shade = n % 2 == 0 ? color() : color() & 0xf8f8f8U;
+        server.fill(server.back, shade, area());
+        return true;
+    }
 };
 
 class Still : public Workload {
@@ -258,8 +278,14 @@ std::unique_ptr<Workload> make(const Options& options) {
 
 const std::map<std::string, std::function<std::unique_ptr<Workload>(const Options&)>> kWorkloads = {
     {"plain", make<Plain>},   {"still", make<Still>}, {"lecture", make<Lecture>}, {"scroll", make<Scroll>},
-    {"motion", make<Motion>}, {"flash", make<Flash>}, {"tone", make<Tone>},
+    {"motion", make<Motion>}, {"flash", make<Flash>}, {"tone", make<Tone>},       {"tick", make<Tick>},
 };
+
+int millisecondsNow() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<int>((now.tv_sec * 1000 + now.tv_nsec / 1'000'000) % (1L << kBits));
+}
 
 void burnCounter(const Server& server, int n) {
     const auto cell = [&](int index, bool lit) {
@@ -270,6 +296,21 @@ void burnCounter(const Server& server, int n) {
     for (int bit = 0; bit < kBits; ++bit) {
         cell(bit + 2, ((n >> (kBits - 1 - bit)) & 1) != 0);
     }
+}
+
+// The mouse is not to be seen over the window.
+void hidePointer(const Server& server) {
+    const xcb_pixmap_t none = xcb_generate_id(server.connection);
+    xcb_create_pixmap(server.connection, 1, none, server.window, 1, 1);
+    const xcb_gcontext_t pen = xcb_generate_id(server.connection);
+    const std::uint32_t clear = 0;
+    xcb_create_gc(server.connection, pen, none, XCB_GC_FOREGROUND, &clear);
+    const xcb_rectangle_t all{0, 0, 1, 1};
+    xcb_poly_fill_rectangle(server.connection, none, pen, 1, &all);
+    const xcb_cursor_t cursor = xcb_generate_id(server.connection);
+    xcb_create_cursor(server.connection, cursor, none, none, 0, 0, 0, 0, 0, 0, 0, 0);
+    const std::uint32_t values[] = {cursor};
+    xcb_change_window_attributes(server.connection, server.window, XCB_CW_CURSOR, values);
 }
 
 bool openWindow(Server& server, const Options& options) {
@@ -303,6 +344,9 @@ bool openWindow(Server& server, const Options& options) {
     const std::uint32_t noExposures = 0;
     xcb_create_gc(server.connection, server.pen, server.window, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
     server.back = server.makePixmap(options.width, options.height);
+    if (options.noPointer) {
+        hidePointer(server);
+    }
     xcb_map_window(server.connection, server.window);
     xcb_flush(server.connection);
     return true;
@@ -327,7 +371,7 @@ int play(Server& server, const Options& options, Workload& workload) {
     for (int n = 0; n < frames && xcb_connection_has_error(server.connection) == 0; ++n) {
         const bool changed = workload.paint(server, n);
         if (changed && workload.countsFrames()) {
-            burnCounter(server, n);
+            burnCounter(server, options.clock ? millisecondsNow() : n);
         }
         painted += changed ? 1 : 0;
         if (drainEvents(server) || changed) {
@@ -352,6 +396,14 @@ bool parse(int count, char** arguments, Options& options) {
         const std::string name = arguments[i];
         if (name == "--unmanaged") {
             options.unmanaged = true;
+            continue;
+        }
+        if (name == "--no-pointer") {
+            options.noPointer = true;
+            continue;
+        }
+        if (name == "--clock") {
+            options.clock = true;
             continue;
         }
         if (i + 1 >= count) {
@@ -387,8 +439,9 @@ int main(int count, char** arguments) {
     Options options;
     if (!parse(count, arguments, options)) {
         std::fprintf(
-            stderr, "usage: velmo-stage plain|still|lecture|scroll|motion|flash|tone [--fps N] [--size WxH] [--at X,Y] "
-                    "[--seconds S] [--color RRGGBB] [--title T] [--unmanaged]\n");
+            stderr,
+            "usage: velmo-stage plain|tick|still|lecture|scroll|motion|flash|tone [--fps N] [--size WxH] [--at X,Y] "
+            "[--seconds S] [--color RRGGBB] [--title T] [--unmanaged] [--clock] [--no-pointer]\n");
         return 2;
     }
     Server server;
