@@ -29,7 +29,7 @@ std::optional<std::int64_t> FramePacer::due() const {
         return dueAfter(*firstDamage_, kLeastGap);
     }
     if (firstMove_) {
-        return dueAfter(*firstMove_, lastWasPainted_ ? kPointerPatience : kLeastGap);
+        return dueAfter(*firstMove_, lastWasPainted_ ? std::max(kPointerPatience, kPointerCredit - credit_) : 1.0);
     }
     return std::nullopt;
 }

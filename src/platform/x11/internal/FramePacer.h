@@ -24,8 +24,10 @@ public:
     /// Painting has this long to come to its end before the picture is taken.
     static constexpr std::int64_t kSettleTime = 2'000'000;
 
-    /// So many intervals after a picture of something painted one is taken for the pointer's sake alone.
+    /// So many intervals after a picture of something painted one is taken for the pointer's sake alone, ...
     static constexpr double kPointerPatience = 1.3;
+    /// ... and only from credit that a painter who keeps the rate can do without: he never earns it back.
+    static constexpr double kPointerCredit = 2;
 
     explicit FramePacer(std::int64_t interval) : interval_(interval) {}
 
