@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -88,6 +89,86 @@ TEST(FramePacer, OfTwiceTheRateEverySecondPaintingIsTaken) {
         uneven += pictures[i] - pictures[i - 1] != 2;
     }
     EXPECT_LE(uneven, 2);
+}
+
+/// As `record`, with a mouse that is moved every `moveEvery`; a pointer is only ever part of the last picture.
+Recording recordUnderPointer(const std::vector<std::int64_t>& paintings, std::int64_t moveEvery) {
+    FramePacer pacer(kInterval);
+    Recording recording;
+    std::size_t next = 0;
+    for (std::int64_t time = paintings.front(); time < paintings.back() + kInterval; time += kMillisecond / 2) {
+        for (; next < paintings.size() && paintings[next] <= time; ++next) {
+            pacer.damaged(paintings[next]);
+        }
+        if (time / moveEvery != (time - kMillisecond / 2) / moveEvery) {
+            pacer.pointerMoved(time);
+        }
+        if (pacer.due() && *pacer.due() <= time) {
+            pacer.delivered(time);
+            recording.pictures.push_back(next - 1);
+            recording.times.push_back(time);
+        }
+    }
+    return recording;
+}
+
+TEST(FramePacer, AMovingPointerTakesNoPaintingsPlace) {
+    for (unsigned seed = 1; seed < 10; ++seed) {
+        for (const double rate : {30.0, 29.97, 25.0}) {
+            for (const std::int64_t moveEvery : {1, 8, 12, 16}) {
+                const auto paintings = painted(1800, rate, 6 * kMillisecond, seed);
+                auto pictures = recordUnderPointer(paintings, moveEvery * kMillisecond).pictures;
+                pictures.erase(std::unique(pictures.begin(), pictures.end()), pictures.end());
+                EXPECT_EQ(pictures, each(1800)) << rate << " a second, moved every " << moveEvery << " ms, " << seed;
+            }
+        }
+    }
+}
+
+TEST(FramePacer, AMovingPointerTakesNoPaintingsPlaceThoughThePainterIsOftenLate) {
+    for (unsigned seed = 1; seed < 20; ++seed) {
+        auto pictures = recordUnderPointer(painted(1800, 30, 20 * kMillisecond, seed), 12 * kMillisecond).pictures;
+        pictures.erase(std::unique(pictures.begin(), pictures.end()), pictures.end());
+        EXPECT_EQ(pictures, each(1800)) << seed;
+    }
+}
+
+TEST(FramePacer, APointerOverAStillScreenIsShownAtTheFullRate) {
+    FramePacer pacer(kInterval);
+    int pictures = 0;
+    for (std::int64_t time = 0; time < 10'000 * kMillisecond; time += kMillisecond) {
+        pacer.pointerMoved(time);
+        if (*pacer.due() <= time) {
+            pacer.delivered(time);
+            ++pictures;
+        }
+    }
+    EXPECT_GE(pictures, 290);
+}
+
+TEST(FramePacer, APointerWaitsForThePainterALittleAndOnlyOnce) {
+    FramePacer pacer(kInterval);
+    pacer.damaged(1000 * kMillisecond);
+    pacer.delivered(1002 * kMillisecond);
+    pacer.pointerMoved(1003 * kMillisecond);
+    EXPECT_TRUE(pacer.waitsForPainting());
+    const std::int64_t due = *pacer.due();
+    EXPECT_GT(due, 1002 * kMillisecond + kInterval);
+    EXPECT_LT(due, 1002 * kMillisecond + 3 * kInterval / 2);
+    pacer.delivered(due);
+    pacer.pointerMoved(due + 20 * kMillisecond);
+    EXPECT_FALSE(pacer.waitsForPainting());
+    EXPECT_EQ(pacer.due(), due + kInterval);
+}
+
+TEST(FramePacer, APaintingDoesNotWaitForThePointersTime) {
+    FramePacer pacer(kInterval);
+    pacer.damaged(1000 * kMillisecond);
+    pacer.delivered(1002 * kMillisecond);
+    pacer.pointerMoved(1003 * kMillisecond);
+    pacer.damaged(1032 * kMillisecond);
+    EXPECT_FALSE(pacer.waitsForPainting());
+    EXPECT_EQ(pacer.due(), 1032 * kMillisecond + FramePacer::kSettleTime);
 }
 
 TEST(FramePacer, NeverMorePicturesThanTheRateAndTheSavedCredit) {

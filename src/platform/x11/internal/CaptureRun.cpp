@@ -120,7 +120,7 @@ std::optional<Error> CaptureRun::loop() {
         }
         const std::int64_t time = now();
         if (showsCursor() && time >= nextPointerLook_) {
-            pacer_.damaged(time);
+            pacer_.pointerMoved(time);
         }
         const auto due = pacer_.due();
         if (due && time >= *due) {
@@ -149,10 +149,11 @@ void CaptureRun::takeRequests() {
 void CaptureRun::drainEvents() {
     xcb_connection_t* xcb = context_.connection->xcb();
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(xcb)}) {
-        bool changed = source_->handle(*event);
-        changed |= showsCursor() && cursor_->handle(*event);
-        if (changed) {
+        if (source_->handle(*event)) {
             pacer_.damaged(now());
+        }
+        if (showsCursor() && cursor_->handle(*event)) {
+            pacer_.pointerMoved(now());
         }
     }
 }
@@ -217,7 +218,7 @@ void CaptureRun::waitForWork() {
         return;
     }
     // once something is painted the rest of it may gather until the picture is due
-    const bool watchesServer = !pacer_.due();
+    const bool watchesServer = !pacer_.due() || pacer_.waitsForPainting();
     pollfd files[] = {{context_.mailbox->wakeFile(), POLLIN, 0},
                       {xcb_get_file_descriptor(context_.connection->xcb()), POLLIN, 0}};
     const timespec timeout{wait / 1'000'000'000, wait % 1'000'000'000};
