@@ -9,7 +9,9 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tests", "e2e"))
 
-from program import Program, Stage, flashes, judge, output, press, runs, tool, wait_until  # noqa: E402
+from program import Program, Stage, click, flashes, judge, output, press, runs, tool, wait_until  # noqa: E402
+from test_class_folder import class_folder, kit  # noqa: E402
+from test_kit_panel import middle_of_row, stand_in_for_xdg_open  # noqa: E402
 
 VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua. El sol calienta el mar, y el agua se vuelve vapor. "
          "Arriba hace frío, y el vapor se convierte en una nube. Cuando las gotas pesan, caen como lluvia. "
@@ -133,6 +135,19 @@ def point_out(folder):
     time.sleep(2)
 
 
+def open_material(index):
+    """A click on a row of the class material: it opens, and the moment is a chapter."""
+    click(*middle_of_row(index, 2))
+    time.sleep(0.8)
+
+
+def material():
+    guide = os.path.join(os.environ["HOME"], "Guía del ciclo del agua.txt")
+    with open(guide, "w", encoding="utf-8") as file:
+        file.write("1. Evaporación\n2. Condensación\n3. Precipitación\n")
+    return kit(("file", "Guía del ciclo del agua", guide), ("link", "Mapa de lluvias", "https://example.org/lluvias"))
+
+
 def only_a_part():
     press("ctrl+r")
     time.sleep(0.8)
@@ -151,9 +166,11 @@ def teach(folder):
     press("ctrl+m")
     time.sleep(0.4)
     screenshot(folder, "marcador")
+    open_material(0)
     write_and_scroll()
     show_closely(folder)
     turn_slide()
+    open_material(1)
     point_out(folder)
     press("ctrl+p")
     time.sleep(0.6)
@@ -180,7 +197,7 @@ def report(folder, video, entry, cpu):
                   if 1 < b["counter"] - a["counter"] <= 30 and a["counter"] >= 0)
     lines = [f"Video: {os.path.basename(video)}",
              f"Duration: {seen['duration']:.2f} s in the file, {entry['duration']:.2f} s by the session's clock, {paused} pause",
-             "Markers: " + ", ".join(f"{title} at {time_:.2f} s" for time_, title in zip(entry["markers"], entry.get("titles", [])))]
+             "Chapters: " + ", ".join(f"{title} at {time_:.2f} s" for time_, title in zip(entry["markers"], entry.get("titles", [])))]
     for stream in seen["streams"]:
         size = f" {stream['width']}x{stream['height']}" if stream["type"] == "video" else f" {stream['sampleRate']} Hz"
         lines.append(f"Stream: {stream['codec']} {stream['profile']}{size}, {stream['bitRate'] / 1e6:.2f} Mbit/s")
@@ -200,13 +217,14 @@ def contact_sheet(folder, video, duration):
 
 def main():
     folder = sys.argv[1]
+    stand_in_for_xdg_open()
     slides = subprocess.Popen([tool("velmo-demo-slides")])
     window("El ciclo del agua")
     notes = subprocess.Popen(["xterm", "-title", "apuntes", "-fa", "DejaVu Sans Mono", "-fs", "14", "-geometry", "76x12+140+720",
                               "-bg", "#10241d", "-fg", "#f3efe6", "-e", "bash", "--norc"], env={**os.environ, "PS1": "clase $ "})
     window("apuntes")
     with Stage("motion", "--size", "440x240", "--at", f"{COUNTER[0]},{COUNTER[1]}", "--unmanaged"), \
-            Program(countdown=True, systemAudio=True) as program:
+            Program(countdown=True, systemAudio=True, **{"kit.items": material()}) as program:
         time.sleep(1)
         screenshot(folder, "biblioteca-antes")
         press("ctrl+g")
@@ -224,6 +242,7 @@ def main():
         screenshot(folder, "biblioteca")
         video = os.path.join(folder, "clase.mp4")
         shutil.copyfile(source, video)
+        shutil.copytree(class_folder(source), os.path.join(folder, "clase · material"), dirs_exist_ok=True)
     for process in (slides, notes):
         process.terminate()
         process.wait()
