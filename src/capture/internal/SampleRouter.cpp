@@ -8,6 +8,7 @@ namespace velmo::internal {
 namespace {
 
 constexpr double kLongestGap = 1.2; // frame durations without a frame, before the timer makes one
+const MediaTime kJustAfter(1, 1000);
 
 } // namespace
 
@@ -53,10 +54,10 @@ void SampleRouter::streamDidOutput(CaptureStream& stream, const Sample& sample, 
 
 void SampleRouter::screenDidOutput(const Sample& sample) {
     assert(parts_.videoQueue.isCurrent());
-    const MediaTime time = sample.presentation();
-    if (!frameIsComplete(sample) || !time.isValid()) {
+    if (!frameIsComplete(sample) || !sample.presentation().isValid()) {
         return;
     }
+    const MediaTime time = afterMadeFrames(sample.presentation());
     // Motion and the last picture stay current during a pause; a frame that is not wanted is dropped by the timeline.
     parts_.zoom.stepTo(time.seconds());
     lastSource_ = sample.image;
@@ -64,7 +65,17 @@ void SampleRouter::screenDidOutput(const Sample& sample) {
     auto rendered =
         parts_.zoom.needsProcessing() ? parts_.zoom.render(sample.image, time, sample.timing.duration) : std::nullopt;
     lastIsPlain_ = !rendered;
-    writeVideo(rendered ? *rendered : sample, time);
+    if (!rendered) {
+        rendered = sample;
+        rendered->timing.presentation = time;
+    }
+    writeVideo(*rendered, time);
+}
+
+/// A picture takes a while to come here. One that was taken before the timer's last frame but comes after it would not
+/// be in the file, and the motion would go back in time.
+MediaTime SampleRouter::afterMadeFrames(MediaTime taken) const {
+    return lastMade_.isValid() && taken <= lastMade_ ? lastMade_ + kJustAfter : taken;
 }
 
 void SampleRouter::soundDidOutput(RecordingTimeline::Sound sound, const Sample& sample) {
@@ -104,6 +115,7 @@ void SampleRouter::tick() {
     if (made) {
         lastIsPlain_ = plain;
         lastVideoHost_ = now;
+        lastMade_ = now;
         writeVideo(*made, now);
     }
 }

@@ -57,6 +57,7 @@ private:
 
     std::optional<int> overlayKey(const CaptureStream& stream) const;
     void screenDidOutput(const Sample& sample);
+    MediaTime afterMadeFrames(MediaTime taken) const;
     void soundDidOutput(RecordingTimeline::Sound sound, const Sample& sample);
     void writeVideo(const Sample& sample, MediaTime time);
     void noticeWriterFailure();
@@ -69,6 +70,7 @@ private:
     // video queue
     FrameRef lastSource_;
     MediaTime lastVideoHost_;
+    MediaTime lastMade_; // of the frames that the timer made
     MediaTime frameDuration_{1, 30};
     bool lastIsPlain_ = false; // the last frame handed on was `lastSource_` as it came
 

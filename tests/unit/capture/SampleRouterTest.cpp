@@ -300,6 +300,35 @@ TEST_F(SampleRouterTest, AFrameOfTheTimerCountsAsTheLastFrame) {
     EXPECT_THAT(video().samples, SizeIs(3));
 }
 
+TEST_F(SampleRouterTest, APictureTakenBeforeAFrameOfTheTimerButDeliveredAfterItFollowsIt) {
+    deliver(frame(100.0));
+    zoom.setEnabled(true);
+    tickAt(100.041);
+    const double scale = zoom.scale();
+    deliver(frame(100.035));
+
+    ASSERT_THAT(video().samples, SizeIs(3));
+    EXPECT_EQ(video().samples[2].presentation(), at(0.042));
+    EXPECT_EQ(zoom.motion().lastStep(), 100.042);
+    EXPECT_GT(zoom.scale(), scale);
+}
+
+TEST_F(SampleRouterTest, APlainPictureFollowsAFrameOfTheTimerToo) {
+    deliver(frame(100.0));
+    zoom.setSpotlight(true);
+    tickAt(100.041);
+    zoom.setSpotlight(false);
+    for (int i = 1; i <= 10; ++i) {
+        tickAt(100.1 + i / 10.0);
+    }
+    const auto written = video().samples.size();
+    const Sample late = frame(100.05);
+    deliver(late);
+    ASSERT_EQ(video().samples.size(), written + 1);
+    EXPECT_EQ(video().samples.back().image, late.image);
+    EXPECT_GT(video().samples.back().presentation(), video().samples[written - 1].presentation());
+}
+
 TEST_F(SampleRouterTest, AFailedWriterIsReportedOnce) {
     deliver(frame(100.0));
     writers.file().status = WriterStatus::failed;
