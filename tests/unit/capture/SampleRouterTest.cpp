@@ -318,6 +318,7 @@ TEST_F(SampleRouterTest, APlainPictureFollowsAFrameOfTheTimerToo) {
     zoom.setSpotlight(true);
     tickAt(100.041);
     zoom.setSpotlight(false);
+    letItAnimateWithoutEffect();
     for (int i = 1; i <= 10; ++i) {
         tickAt(100.1 + i / 10.0);
     }
