@@ -105,7 +105,7 @@ class Program:
         except (OSError, ValueError):
             return {}
 
-    def begin_recording(self, first_bytes=4096):
+    def begin_recording(self, first_bytes=200):
         """⌃G, and the path of the file that grows from then on. A plain screen without sound has few bytes to wait for."""
         before = set(self.videos())
         press("ctrl+g")
