@@ -231,7 +231,7 @@ def main():
         time.sleep(1.2)
         screenshot(folder, "cuenta-atras")
         source = wait_until("the recording", program.videos)[0]
-        wait_until("the first samples", lambda: os.path.getsize(source) > 4096)
+        wait_until("the first samples", lambda: os.path.getsize(source) > 200)
         machine = Machine(program.process)
         teach(folder)
         screenshot(folder, "grabando")

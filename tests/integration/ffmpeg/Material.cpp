@@ -24,16 +24,6 @@ constexpr double kBeepLength = 0.02;
 
 } // namespace
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "velmo-ffmpeg-XXXXXX";
-    path_ = mkdtemp(name.data());
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
 FrameRef numberedPicture(int width, int height, unsigned number) {
     FrameRef picture = PixelBuffer::create(PixelFormat::nv12, width, height);
     const PlaneView luma = picture->plane(0);

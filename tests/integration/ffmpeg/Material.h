@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/AssetWriter.h"
+#include "support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <functional>
@@ -8,18 +9,6 @@
 #include <vector>
 
 namespace velmo::test {
-
-/// A folder of its own that goes with the object.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// A grey picture that carries `number` (16 bits) as black and white squares along its top.
 FrameRef numberedPicture(int width, int height, unsigned number);

@@ -1,9 +1,10 @@
 #include "capture/AudioMixer.h"
 
+#include "support/TemporaryFolder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -98,12 +99,9 @@ private:
 class MixerOverFakes : public testing::Test, public AssetReaderFactory, public PassthroughWriterFactory {
 protected:
     MixerOverFakes() {
-        std::string name = std::filesystem::temp_directory_path() / "velmo-mixer-XXXXXX";
-        folder_ = mkdtemp(name.data());
         file_ = folder_ / "Clase.mp4";
         std::ofstream(file_) << "original";
     }
-    ~MixerOverFakes() override { std::filesystem::remove_all(folder_); }
 
     Result<std::unique_ptr<AssetReader>> openReader(const std::filesystem::path&) const override {
         if (!script_.opens) {
@@ -134,11 +132,11 @@ protected:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
     std::size_t files() const {
-        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder_), {}));
+        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder_.path()), {}));
     }
 
     Script script_;
-    std::filesystem::path folder_;
+    test::TemporaryFolder folder_;
     std::filesystem::path file_;
     mutable std::filesystem::path temporary_;
     mutable AudioSettings settings_;
@@ -156,7 +154,7 @@ TEST_F(MixerOverFakes, PictureAndSoundAreCopiedSideBySide) {
 
 TEST_F(MixerOverFakes, TheTemporaryFileLiesBesideTheRecordingUnderAHiddenName) {
     mix({});
-    EXPECT_EQ(temporary_.parent_path(), folder_);
+    EXPECT_EQ(temporary_.parent_path(), folder_.path());
     EXPECT_THAT(
         temporary_.filename().string(),
         testing::MatchesRegex("\\.mezcla-[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\.mp4"));

@@ -1,8 +1,8 @@
 #include "platform/desktop/SysPowerSources.h"
 
-#include <gtest/gtest.h>
+#include "support/TemporaryFolder.h"
 
-#include <unistd.h>
+#include <gtest/gtest.h>
 
 #include <fstream>
 #include <initializer_list>
@@ -16,12 +16,6 @@ namespace fs = std::filesystem;
 /// A tree as the kernel shows it under /sys/class/power_supply.
 class SysPowerSourcesTest : public testing::Test {
 protected:
-    SysPowerSourcesTest() {
-        std::string pattern = (fs::temp_directory_path() / "supplies-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-    }
-    ~SysPowerSourcesTest() override { fs::remove_all(folder_); }
-
     void supply(const std::string& name, std::initializer_list<std::pair<const char*, const char*>> attributes) {
         fs::create_directories(folder_ / name);
         for (const auto& [attribute, text] : attributes) {
@@ -30,7 +24,7 @@ protected:
     }
     std::vector<PowerSource> list() const { return SysPowerSources(folder_).list(); }
 
-    fs::path folder_;
+    test::TemporaryFolder folder_;
 };
 
 TEST_F(SysPowerSourcesTest, ADischargingBatteryWithoutMainsIsOnBatteryPower) {
