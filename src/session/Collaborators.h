@@ -3,8 +3,10 @@
 #include "base/Geometry.h"
 #include "base/Result.h"
 #include "compositor/BubbleInfo.h"
+#include "media/PixelBuffer.h"
 #include "platform/ScreenCapture.h"
 #include "platform/Screens.h"
+#include "settings/PresenterStyle.h"
 
 #include <QCoroTask>
 #include <QString>
@@ -74,6 +76,10 @@ public:
     virtual bool hasVideo() const = 0;
     /// Loudness of the microphone, 0 to 1.
     virtual double level() const = 0;
+    /// `onFrame` is called for each picture (NV12, shared, read only) on a thread of the camera. A second call
+    /// replaces the first.
+    virtual void startFrames(bool mirrored, std::function<void(FrameRef)> onFrame) = 0;
+    /// No call of `onFrame` begins once this has taken effect, which it does without waiting.
     virtual void stopFrames() = 0;
 };
 
@@ -102,6 +108,11 @@ public:
     virtual void exitCameraOnly() = 0;
     virtual void prepareControlsForCapture() = 0;
     virtual void parkControls() = 0;
+    /// The user has put the bubble away.
+    virtual bool userHidden() const = 0;
+    virtual void toggleUserVisibility() = 0;
+    /// A bubble that is covered lives on, unseen, and is in no frame.
+    virtual void setCoveredByPresenter(bool covered) = 0;
     virtual std::optional<WindowId> windowID() const = 0;
     /// As it stands on the screen now; absent while hidden.
     virtual std::optional<BubbleInfo> captureInfo() const = 0;
@@ -114,6 +125,7 @@ public:
     virtual void hide() = 0;
     virtual void keep(const Screen& screen) = 0;
     virtual bool userHidden() const = 0;
+    virtual void toggleUserVisibility() = 0;
     virtual std::optional<WindowId> windowID() const = 0;
     /// As it stands on the screen now; absent while hidden.
     virtual std::optional<BubbleInfo> captureInfo() const = 0;
@@ -178,6 +190,7 @@ public:
     virtual void reset() = 0;
     /// A presenter covers the screen.
     virtual bool isFull() const = 0;
+    virtual void enter(const Screen& screen, PresenterStyle style) = 0;
     /// `then` may be empty; it is called when the presenter has gone.
     virtual void exit(std::function<void()> then) = 0;
     virtual std::optional<WindowId> windowID() const = 0;

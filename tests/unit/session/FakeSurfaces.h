@@ -64,7 +64,15 @@ struct FakeCamera final : CameraPort, Noted {
     void stop() override { note("stop"); }
     bool hasVideo() const override { return video; }
     double level() const override { return loudness; }
-    void stopFrames() override { note("stopFrames"); }
+    void startFrames(bool mirrored, std::function<void(FrameRef)> onFrame) override {
+        note(mirrored ? "startFrames mirrored" : "startFrames");
+        frames = std::move(onFrame);
+    }
+    void stopFrames() override {
+        note("stopFrames");
+        frames = {};
+    }
+    std::function<void(FrameRef)> frames;
     bool video = true;
     double loudness = 1;
     bool isHeld = false;
@@ -94,6 +102,15 @@ struct FakeBubble final : BubblePort, Noted {
     void exitCameraOnly() override { note("exitCameraOnly"); }
     void prepareControlsForCapture() override { note("prepareControlsForCapture"); }
     void parkControls() override { note("parkControls"); }
+    bool userHidden() const override { return hidden; }
+    void toggleUserVisibility() override {
+        note("toggleUserVisibility");
+        hidden = !hidden;
+    }
+    void setCoveredByPresenter(bool covered) override {
+        note(covered ? "setCoveredByPresenter true" : "setCoveredByPresenter false");
+    }
+    bool hidden = false;
     std::optional<WindowId> windowID() const override { return 10; }
     std::optional<BubbleInfo> captureInfo() const override { return info; }
     std::optional<BubbleInfo> info;
@@ -105,6 +122,7 @@ struct FakeSecondBubble final : SecondBubblePort, Noted {
     void hide() override { note("hide"); }
     void keep(const Screen&) override { note("keep"); }
     bool userHidden() const override { return hidden; }
+    void toggleUserVisibility() override { note("toggleUserVisibility"); }
     std::optional<WindowId> windowID() const override { return 11; }
     std::optional<BubbleInfo> captureInfo() const override { return info; }
     bool hidden = false;
@@ -167,7 +185,23 @@ struct FakePresenter final : PresenterPort, Noted {
     void park() override { note("park"); }
     void reset() override { note("reset"); }
     bool isFull() const override { return full; }
-    void exit(std::function<void()>) override { note("exit"); }
+    void enter(const Screen&, PresenterStyle style) override {
+        note("enter " + std::string(rowOf(style).raw));
+        full = true;
+    }
+    void exit(std::function<void()> then) override {
+        note("exit");
+        if (isHeld) {
+            held = std::move(then);
+            return;
+        }
+        full = false;
+        if (then) {
+            then();
+        }
+    }
+    bool isHeld = false;
+    std::function<void()> held;
     std::optional<WindowId> windowID() const override { return 15; }
     bool full = false;
 };

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "surfaces/CameraFeed.h"
+
+#include <QImage>
+#include <QObject>
+#include <QSize>
+
+namespace velmo {
+
+/// A camera as it is seen on the screen: filling its place, the middle kept, mirrored or not. There is one for each
+/// bubble; the presenter borrows the bubble's, so that the picture does not stop in the flight. Main thread.
+class CameraPreview : public QObject {
+    Q_OBJECT
+public:
+    /// `feed` is borrowed and must outlive this object.
+    explicit CameraPreview(CameraFeed& feed);
+
+    bool isMirrored() const { return mirrored_; }
+    void setMirrored(bool mirrored);
+
+    /// The present picture, scaled to fill `pixels` and cut to it: opaque, RGB32, of exactly that size. Dark grey (white
+    /// 0.08) without a picture. Made once for each picture and size; the reference is good until the next call.
+    const QImage& image(QSize pixels);
+
+signals:
+    /// `image` gives another picture now.
+    void changed();
+
+private:
+    CameraFeed& feed_;
+    bool mirrored_ = false;
+    FrameRef shown_; // what `image_` was made of
+    QImage image_;
+};
+
+} // namespace velmo
