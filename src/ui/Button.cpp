@@ -32,6 +32,8 @@ Measures measures(ButtonStyle style) {
     switch (style) {
     case ButtonStyle::primaryLarge:
         return {44, 12, 24, 120, TextStyle::heading, 16};
+    case ButtonStyle::primarySmall:
+        return {28, 8, 12, 28, TextStyle::strong, 14};
     case ButtonStyle::finish:
         return {38, 10, 14, 38, TextStyle::strong, 15};
     case ButtonStyle::bar:
@@ -109,7 +111,8 @@ void Button::setSubdued(bool subdued) {
 }
 
 QMargins Button::room() const {
-    if (style_ == ButtonStyle::bar || style_ == ButtonStyle::finish || style_ == ButtonStyle::icon) {
+    if (style_ == ButtonStyle::bar || style_ == ButtonStyle::finish || style_ == ButtonStyle::icon ||
+        isSmall()) {
         return {};
     }
     return QMargins(kRoom, kRoom, kRoom, isPrimary() ? kGlowBelow : kRoom);
@@ -208,7 +211,7 @@ void Button::paintFloor(QPainter& painter, const QRectF& box) const {
 
 void Button::paintPrimary(QPainter& painter, const QRectF& box) const {
     const double radius = measures(style_).radius;
-    if (isEnabled() && !isDown()) {
+    if (isEnabled() && !isDown() && !isSmall()) {
         Shadow::paintGlow(painter, box, radius, Theme::brand);
     }
     painter.setPen(Qt::NoPen);
@@ -237,6 +240,7 @@ QColor Button::inkColor() const {
     switch (style_) {
     case ButtonStyle::primary:
     case ButtonStyle::primaryLarge:
+    case ButtonStyle::primarySmall:
     case ButtonStyle::finish:
         return Theme::navyDeep;
     case ButtonStyle::danger:

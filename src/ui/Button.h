@@ -10,6 +10,7 @@ namespace velmo {
 enum class ButtonStyle {
     primary,
     primaryLarge,
+    primarySmall, ///< in a row of small buttons; without glow and room
     ghost,
     quiet,
     danger,
@@ -56,7 +57,8 @@ private:
     void paintContent(class QPainter& painter, const QRectF& shape) const;
     QColor inkColor() const;
     QMargins room() const;
-    bool isPrimary() const { return style_ == ButtonStyle::primary || style_ == ButtonStyle::primaryLarge; }
+    bool isPrimary() const { return style_ == ButtonStyle::primary || style_ == ButtonStyle::primaryLarge || isSmall(); }
+    bool isSmall() const { return style_ == ButtonStyle::primarySmall; }
 
     const ButtonStyle style_;
     QString symbol_;
