@@ -51,6 +51,7 @@
 #include "settings/SettingsProfiles.h"
 #include "surfaces/RegionPicker.h"
 #include "surfaces/SpotlightOverlay.h"
+#include "surfaces/Teleprompter.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -160,7 +161,11 @@ struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder}, stores.prefs, &microphone, [this] { return around(); }}),
+          teleprompter({stores.prefs, platform.clock, platform.timers}),
+          controlBar({{recorder, nullptr, nullptr, nullptr, &teleprompter},
+                      stores.prefs,
+                      &microphone,
+                      [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
@@ -183,6 +188,7 @@ struct Composition::Surfaces {
         using Material = BarSurroundings::Material;
         BarSurroundings now;
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.scriptVisible = teleprompter.visible();
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
     }
@@ -190,6 +196,7 @@ struct Composition::Surfaces {
     void tieBar() {
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
@@ -198,6 +205,7 @@ struct Composition::Surfaces {
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
     KitPanel kitPanel;
+    Teleprompter teleprompter;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
@@ -261,6 +269,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.kitPanel = &surfaces_->kitPanel;
+    surfaces.teleprompter = &surfaces_->teleprompter;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;

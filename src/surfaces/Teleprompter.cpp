@@ -2,10 +2,11 @@
 
 #include "base/Clock.h"
 #include "settings/Prefs.h"
-#include "surfaces/internal/PrompterControls.h"
 #include "surfaces/internal/PrompterPanel.h"
 #include "surfaces/internal/PrompterView.h"
 #include "ui/ScreenPlace.h"
+
+#include <QLayout>
 
 #include <algorithm>
 
@@ -36,8 +37,7 @@ bool Teleprompter::hasScript() const {
 
 void Teleprompter::make() {
     if (!panel_) {
-        panel_ = std::make_unique<PrompterPanel>(*this);
-        panel_->controls().setShortcutModifier(modifier_);
+        panel_ = std::make_unique<PrompterPanel>(*this, services_.prefs);
     }
 }
 
@@ -157,13 +157,6 @@ double Teleprompter::speed() const {
 
 double Teleprompter::fontSize() const {
     return std::clamp(services_.prefs.prompterFont.value(), kLeastFont, kMostFont);
-}
-
-void Teleprompter::setShortcutModifier(ShortcutModifier modifier) {
-    modifier_ = modifier;
-    if (panel_) {
-        panel_->controls().setShortcutModifier(modifier);
-    }
 }
 
 } // namespace velmo

@@ -2,7 +2,6 @@
 
 #include "session/Collaborators.h"
 #include "session/MainTimers.h"
-#include "settings/ShortcutModifier.h"
 #include "surfaces/PrompterScroll.h"
 
 #include <QObject>
@@ -42,7 +41,7 @@ public:
     /// Nothing happens without a script.
     void show(const Screen& screen) override;
     void hide() override;
-    void toggle(const Screen& screen) override;
+    void toggle(const Screen& screen);
 
     void play();
     void pause();
@@ -53,9 +52,6 @@ public:
     void slower();
     void biggerText();
     void smallerText();
-
-    /// For the help text.
-    void setShortcutModifier(ShortcutModifier modifier);
 
     /// For tests; null until it was shown.
     const PrompterPanel* panel() const { return panel_.get(); }
@@ -69,7 +65,6 @@ private:
     void tick();
     void changeText(double by);
     void changeSpeed(double by);
-    void resizePanel();
     double speed() const;
     double fontSize() const;
 
@@ -77,7 +72,6 @@ private:
     std::unique_ptr<PrompterPanel> panel_;
     PrompterScroll scroll_;
     std::unique_ptr<MainTimer> timer_; // runs while playing; it may end in its own firing, so it is kept until the next
-    ShortcutModifier modifier_ = ShortcutModifier::control;
     bool visible_ = false;
 };
 

@@ -20,7 +20,7 @@ struct Entry {
 constexpr Entry kTable[] = {
     {"arrow.counterclockwise", "rotate-back"},
     {"arrow.uturn.backward", "u-turn"},
-    {"arrowtriangle.right.fill", "play"},
+    {"arrowtriangle.right.fill", "marker"},
     {"bolt.fill", "bolt"},
     {"bookmark", "bookmark"},
     {"bookmark.fill", "bookmark-solid"},

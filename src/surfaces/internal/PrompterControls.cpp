@@ -1,5 +1,6 @@
 #include "surfaces/internal/PrompterControls.h"
 
+#include "settings/Prefs.h"
 #include "surfaces/Teleprompter.h"
 #include "ui/Button.h"
 #include "ui/Label.h"
@@ -15,8 +16,8 @@ namespace velmo {
 
 namespace {
 
-constexpr int kPicture = 28;    ///< side of a small button
-constexpr int kRoomForNote = 420; ///< from this width on it stands beside the buttons
+constexpr int kPicture = 28; ///< side of a small button
+constexpr int kIcon = 18;
 
 struct Face {
     const char* symbol;
@@ -42,7 +43,7 @@ void setFace(Button& button, const Face& face) {
 
 } // namespace
 
-PrompterControls::PrompterControls(Teleprompter& prompter) : prompter_(prompter) {
+PrompterControls::PrompterControls(Teleprompter& prompter, const Prefs& prefs) : prompter_(prompter), prefs_(prefs) {
     setFixedHeight(kHeight);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -68,8 +69,12 @@ PrompterControls::PrompterControls(Teleprompter& prompter) : prompter_(prompter)
     row->addWidget(note_ = makeLabel(QStringLiteral("No sale en el video"), TextStyle::micro, Theme::muted));
     row->addSpacing(6);
     row->addWidget(addButton("xmark", "Ocultar el guion", &Teleprompter::hide));
+    roomForNote_ = row->minimumSize().width();
+    setMinimumWidth(1); // a narrow screen has no room for the note
     connect(&prompter_, &Teleprompter::playingChanged, this, &PrompterControls::showPlaying);
+    connect(&prefs_, &Prefs::changed, this, &PrompterControls::showHelp);
     showPlaying();
+    showHelp();
 }
 
 Button* PrompterControls::addButton(const char* symbol, const char* help, void (Teleprompter::*action)()) {
@@ -77,14 +82,15 @@ Button* PrompterControls::addButton(const char* symbol, const char* help, void (
     button->setFocusPolicy(Qt::NoFocus);
     button->setSubdued(true);
     button->setSymbol(QString::fromUtf8(symbol));
+    button->setSymbolSize(kIcon);
     button->setToolTip(QString::fromUtf8(help));
     button->setAccessibleName(button->toolTip());
     connect(button, &Button::clicked, &prompter_, action);
     return button;
 }
 
-void PrompterControls::setShortcutModifier(ShortcutModifier modifier) {
-    play_->setToolTip(shortcutText(QString::fromUtf8(kPlayHelp), modifier));
+void PrompterControls::showHelp() {
+    play_->setToolTip(shortcutText(QString::fromUtf8(kPlayHelp), prefs_.shortcutModifier));
 }
 
 void PrompterControls::showPlaying() {
@@ -93,7 +99,7 @@ void PrompterControls::showPlaying() {
 
 void PrompterControls::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    note_->setVisible(width() >= kRoomForNote);
+    note_->setVisible(width() >= roomForNote_);
 }
 
 } // namespace velmo

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "settings/ShortcutModifier.h"
-
 #include <QWidget>
 
 class QLabel;
@@ -9,6 +7,7 @@ class QLabel;
 namespace velmo {
 
 class Button;
+class Prefs;
 class Teleprompter;
 
 /// The bottom row of the teleprompter: start and pause, speed, size, and a cross. Main thread.
@@ -18,11 +17,8 @@ class PrompterControls final : public QWidget {
 public:
     static constexpr int kHeight = 34;
 
-    /// `prompter` is borrowed and must outlive the row.
-    explicit PrompterControls(Teleprompter& prompter);
-
-    /// For the help text.
-    void setShortcutModifier(ShortcutModifier modifier);
+    /// Borrowed; they must outlive the row.
+    PrompterControls(Teleprompter& prompter, const Prefs& prefs);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -30,10 +26,13 @@ protected:
 private:
     Button* addButton(const char* symbol, const char* help, void (Teleprompter::*action)());
     void showPlaying();
+    void showHelp();
 
     Teleprompter& prompter_;
+    const Prefs& prefs_;
     Button* play_ = nullptr;
     QLabel* note_ = nullptr;
+    int roomForNote_ = 0; // width of the row with it
 };
 
 } // namespace velmo

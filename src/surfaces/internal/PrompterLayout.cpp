@@ -40,6 +40,7 @@ QTextOption option(QTextOption::WrapMode wrap, bool rightToLeft) {
     QTextOption chosen;
     chosen.setWrapMode(wrap);
     chosen.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    chosen.setAlignment(rightToLeft ? Qt::AlignRight : Qt::AlignLeft);
     return chosen;
 }
 
@@ -130,10 +131,10 @@ void PrompterLayout::addLine(qsizetype start, qsizetype length, double height) {
 }
 
 std::pair<std::size_t, std::size_t> PrompterLayout::linesBetween(double top, double bottom) const {
-    const auto after = std::upper_bound(lines_.begin(), lines_.end(), top,
-                                        [](double y, const Line& line) { return y < line.top; });
-    const auto end = std::lower_bound(lines_.begin(), lines_.end(), bottom,
-                                      [](const Line& line, double y) { return line.top < y; });
+    const auto after =
+        std::upper_bound(lines_.begin(), lines_.end(), top, [](double y, const Line& line) { return y < line.top; });
+    const auto end =
+        std::lower_bound(lines_.begin(), lines_.end(), bottom, [](const Line& line, double y) { return line.top < y; });
     const auto first = after == lines_.begin() ? after : after - 1;
     const auto index = [this](auto place) { return static_cast<std::size_t>(place - lines_.begin()); };
     return {std::min(index(first), index(end)), index(end)};

@@ -59,7 +59,7 @@ private:
     double emptyHeight_ = 0;
     std::vector<Line> lines_;
     double bottom_ = 0;
-    qsizetype next_ = 0;         // the first character that is not laid out; one past the end when all are
+    qsizetype next_ = 0;          // the first character that is not laid out; one past the end when all are
     qsizetype paragraphEnd_ = -1; // of the paragraph that holds it; before it while none is begun
     bool rightToLeft_ = false;
 };

@@ -28,9 +28,8 @@ FloatingPanel::Floor floorOfPrompter() {
 
 } // namespace
 
-PrompterPanel::PrompterPanel(Teleprompter& prompter)
-    : FloatingPanel(PanelLevel::bar, floorOfPrompter()), text_(new PrompterView),
-      controls_(new PrompterControls(prompter)) {
+PrompterPanel::PrompterPanel(Teleprompter& prompter, const Prefs& prefs)
+    : FloatingPanel(PanelLevel::bar, floorOfPrompter()), text_(new PrompterView) {
     setWindowTitle(QStringLiteral("Velmo Studio · guion"));
     setMovableByBackground(true);
     auto* column = new QVBoxLayout(this);
@@ -42,7 +41,7 @@ PrompterPanel::PrompterPanel(Teleprompter& prompter)
     column->addLayout(textRow, 1);
     auto* controlsRow = new QHBoxLayout;
     controlsRow->setContentsMargins(kSide, 0, kSide, 0);
-    controlsRow->addWidget(controls_);
+    controlsRow->addWidget(new PrompterControls(prompter, prefs));
     column->addLayout(controlsRow);
     connect(text_, &PrompterView::pressed, &prompter, &Teleprompter::togglePlay);
 }

@@ -4,7 +4,7 @@
 
 namespace velmo {
 
-class PrompterControls;
+class Prefs;
 class PrompterView;
 class Teleprompter;
 
@@ -13,11 +13,10 @@ class PrompterPanel final : public FloatingPanel {
     Q_OBJECT
 
 public:
-    /// `prompter` is borrowed and must outlive the panel.
-    explicit PrompterPanel(Teleprompter& prompter);
+    /// Borrowed; they must outlive the panel.
+    PrompterPanel(Teleprompter& prompter, const Prefs& prefs);
 
     PrompterView& text() const { return *text_; }
-    PrompterControls& controls() const { return *controls_; }
     /// Height of the card with four lines of a size in points.
     static int heightFor(double fontSize);
     void setFontSize(double fontSize);
@@ -27,7 +26,6 @@ protected:
 
 private:
     PrompterView* text_;
-    PrompterControls* controls_;
     double fontSize_ = 28;
 };
 

@@ -60,7 +60,7 @@ PrompterView::PrompterView(QWidget* parent) : QWidget(parent) {
 PrompterView::~PrompterView() = default;
 
 double PrompterView::inset() const {
-    return std::round(kAbove * fontSize_);
+    return std::round((kAbove - kSpacing / 2) * fontSize_); // half of the spacing belongs to the first line
 }
 
 void PrompterView::load(const QString& script, double fontSize, Place place) {
@@ -129,9 +129,8 @@ void PrompterView::work() {
 bool PrompterView::paintNextLine() {
     const auto [first, last] = seenLines();
     const std::size_t end = std::min(last + kAhead, layout_ ? layout_->lineCount() : 0);
-    std::erase_if(pictures_, [first = first, end](const auto& entry) {
-        return entry.first + 1 < first || entry.first >= end;
-    });
+    std::erase_if(pictures_,
+                  [first = first, end](const auto& entry) { return entry.first + 1 < first || entry.first >= end; });
     for (std::size_t line = first; line < end; ++line) {
         if (pictures_.find(line) == pictures_.end()) {
             picture(line);

@@ -60,7 +60,7 @@ private:
     std::optional<PrompterLayout> layout_;
     double fontSize_ = 28;
     double position_ = 0;
-    long long shown_ = -1;                  // the position in quarters of a device pixel
+    long long shown_ = -1;                   // the position in quarters of a device pixel
     std::map<std::size_t, QImage> pictures_; // of the lines in and around the view
     QImage canvas_;
     QTimer work_;
