@@ -1,5 +1,7 @@
 #include "surfaces/BubbleView.h"
 
+#include "base/Clock.h"
+
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -90,6 +92,10 @@ void BubbleView::takeBackPreview() {
         layOut();
         repaintAll();
     }
+}
+
+double BubbleView::now() const {
+    return services_.clock.now().seconds();
 }
 
 QSize BubbleView::pixelSize() const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Clock.h"
 #include "compositor/NameTagImage.h"
 #include "session/MainTimers.h"
 #include "surfaces/BubbleLook.h"
@@ -17,12 +16,14 @@
 
 namespace velmo {
 
+class Clock;
+
 /// A camera in its shape with ring, halo, shadow and name, as a panel of its own. Main thread.
 ///
 /// It paints at most once for each picture of the camera, and that picture takes the ring along. Only while the ring
-/// moves and no pictures come does a timer step it, 30 times a second, and then what lies near the edge is repainted and
-/// nothing else. Nothing runs while the panel is hidden, concealed or has lent its picture. Its native window is made
-/// with it and stays the same.
+/// moves and no pictures come does a timer step it, 30 times a second, and then what lies near the edge is repainted
+/// and nothing else. Nothing runs while the panel is hidden, concealed or has lent its picture. Its native window is
+/// made with it and stays the same.
 class BubbleView final : public FloatingPanel {
     Q_OBJECT
 public:
@@ -90,7 +91,7 @@ protected:
 
 private:
     bool isLive() const { return isVisible() && !concealed_ && !lent_; }
-    double now() const { return services_.clock.now().seconds(); }
+    double now() const;
     QSize pixelSize() const;
     BubbleOutline bubbleOutline() const;
     void layOut();
