@@ -10,11 +10,11 @@
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
+#include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
-#include "app/ThirdPartyNotices.h"
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
@@ -283,7 +283,7 @@ Shell Composition::shell() {
         }
     };
     shell.openNotices = [this] {
-        if (const auto file = thirdPartyNotices(QCoreApplication::applicationDirPath())) {
+        if (const auto file = programFile(QCoreApplication::applicationDirPath(), kThirdPartyNotices)) {
             platform_->files.open(file->toStdString());
         }
     };
