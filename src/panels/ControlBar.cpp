@@ -3,8 +3,8 @@
 #include "panels/ClockLabel.h"
 #include "panels/FlashStrip.h"
 #include "panels/LevelColumns.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/RecordingDot.h"
+#include "session/MicrophoneLevel.h"
 #include "settings/Format.h"
 #include "ui/Button.h"
 #include "ui/ScreenPlace.h"
@@ -41,7 +41,7 @@ QSpacerItem* gap(int width) {
 
 } // namespace
 
-ControlBar::ControlBar(RecorderController& recorder, const MicrophoneMonitor* microphone)
+ControlBar::ControlBar(RecorderController& recorder, const MicrophoneLevel* microphone)
     : FloatingPanel(PanelLevel::bar, {kRadius, Elevation::floating}), recorder_(recorder), microphone_(microphone) {
     setWindowTitle(QStringLiteral("Velmo Studio · controles"));
     setMovableByBackground(true);
@@ -53,8 +53,7 @@ ControlBar::ControlBar(RecorderController& recorder, const MicrophoneMonitor* mi
     connect(&recorder_, &RecorderController::elapsedChanged, this, &ControlBar::showClock);
     connect(&recorder_, &RecorderController::flashChanged, this, [this] { flash_->setFlash(recorder_.flash()); });
     if (microphone_ != nullptr) {
-        connect(microphone_, &MicrophoneMonitor::levelChanged, this,
-                [this] { level_->setLevel(microphone_->level()); });
+        connect(microphone_, &MicrophoneLevel::levelChanged, this, [this] { level_->setLevel(microphone_->level()); });
     }
     showState();
     showClock();

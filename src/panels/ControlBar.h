@@ -17,7 +17,7 @@ class Button;
 class ClockLabel;
 class FlashStrip;
 class LevelColumns;
-class MicrophoneMonitor;
+class MicrophoneLevel;
 class RecordingDot;
 
 /// The bar that drives a running recording: one row of controls, over it the flash. It calls the recorder and shows
@@ -29,7 +29,7 @@ public:
     static constexpr int kLeastHeight = 110;
 
     /// Borrowed; `microphone` may be null.
-    ControlBar(RecorderController& recorder, const MicrophoneMonitor* microphone);
+    ControlBar(RecorderController& recorder, const MicrophoneLevel* microphone);
     ~ControlBar() override;
 
     /// Its button stands while there is material, and is lit while that is shown.
@@ -52,7 +52,7 @@ private:
     void fitToContent();
 
     RecorderController& recorder_;
-    const MicrophoneMonitor* microphone_;
+    const MicrophoneLevel* microphone_;
     FlashStrip* flash_ = nullptr;
     QWidget* row_ = nullptr;
     RecordingDot* dot_ = nullptr;
