@@ -7,14 +7,15 @@
 #include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
+#include "app/LaunchOptions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
+#include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
-#include "app/ThirdPartyNotices.h"
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
@@ -26,8 +27,8 @@
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
+#include "platform/JoinedCameras.h"
 #include "platform/desktop/DesktopFileActions.h"
 #include "platform/desktop/QtDelayedCalls.h"
 #include "platform/desktop/QtDisplayReconfiguration.h"
@@ -41,6 +42,7 @@
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/synthetic/SyntheticCameras.h"
 #include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
@@ -49,7 +51,9 @@
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
 #include "settings/SettingsProfiles.h"
+#include "surfaces/CameraManager.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
 #include "surfaces/Teleprompter.h"
 
@@ -59,6 +63,7 @@
 #include <syslog.h>
 
 #include <string>
+#include <vector>
 
 namespace velmo {
 namespace {
@@ -77,6 +82,24 @@ AudioMixer makeMixer(const AssetReaderFactory& readers, const PassthroughWriterF
     return AudioMixer(readers, writers, [](const std::string& line) { ::syslog(LOG_WARNING, "%s", line.c_str()); });
 }
 
+/// Calls `follow` whenever the user chooses another modifier of the keys, as long as `context` lives.
+template <typename Follow>
+void whenModifierChanges(const Prefs& prefs, QObject& context, Follow follow) {
+    QObject::connect(&prefs, &Prefs::changed, &context, [&prefs, follow](const QString& key) {
+        if (key == prefs.shortcutModifier.key()) {
+            follow();
+        }
+    });
+}
+
+/// Keeps the texts of `widget` at the modifier that the user has chosen.
+template <typename Widget>
+void followModifier(const Prefs& prefs, Widget& widget) {
+    const auto follow = [&prefs, &widget] { widget.setShortcutModifier(prefs.shortcutModifier); };
+    whenModifierChanges(prefs, widget, follow);
+    follow();
+}
+
 void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
@@ -85,8 +108,15 @@ void postToMain(std::function<void()> work) {
 
 /// What the system gives.
 struct Composition::Platform {
+    explicit Platform(const LaunchOptions& options)
+        : syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&syntheticCameras}
+                                           : std::vector<CameraService*>{}) {}
+
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    SyntheticCameras syntheticCameras;
+    JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
     X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
@@ -113,7 +143,7 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
+        : devices(&platform.cameras, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
 
@@ -159,34 +189,46 @@ struct Composition::Session {
 /// What stands around a recording on the screen.
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
-        : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
-          countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
+        : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
+          secondCamera({platform.cameras, platform.clock}), countdown(platform.timers),
+          kitPanel(stores.classKit, recorder, platform.screens),
           teleprompter({stores.prefs, platform.clock, platform.timers}),
           controlBar({{recorder, nullptr, nullptr, nullptr, &teleprompter},
                       stores.prefs,
-                      &microphone,
+                      &camera,
                       [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
                       platform.screens,
-                      microphone,
-                      {RecordMode::screen},
-                      {kitSection(stores.classKit)}}),
+                      camera,
+                      {RecordMode::screenCam, RecordMode::screen, RecordMode::cam},
+                      {kitSection(stores)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+        CameraManager::setShared(&camera);
+        SecondCameraManager::setShared(&secondCamera);
         tieBar();
     }
+    ~Surfaces() {
+        SecondCameraManager::setShared(nullptr);
+        CameraManager::setShared(nullptr);
+    }
 
-    static SetupPanel::Section kitSection(ClassKit& kit) {
+    static SetupPanel::Section kitSection(Stores& stores) {
         return {{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                  QStringLiteral("panel.material"), false},
-                [&kit] { return new KitSetupSection(kit); }};
+                [&stores] {
+                    auto* section = new KitSetupSection(stores.classKit);
+                    followModifier(stores.prefs, *section);
+                    return section;
+                }};
     }
 
     BarSurroundings around() const {
         using Material = BarSurroundings::Material;
         BarSurroundings now;
+        now.hasVideo = camera.hasVideo();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
         now.scriptVisible = teleprompter.visible();
         now.material = classKit.items().empty() ? Material::none : there;
@@ -197,12 +239,14 @@ struct Composition::Surfaces {
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
     const ClassKit& classKit;
 
-    MicrophoneMonitor microphone;
+    CameraManager camera;
+    SecondCameraManager secondCamera;
     CountdownWindow countdown;
     KitPanel kitPanel;
     Teleprompter teleprompter;
@@ -212,8 +256,8 @@ struct Composition::Surfaces {
     RegionPicker regionPicker;
 };
 
-Composition::Composition()
-    : platform_(std::make_unique<Platform>()), stores_(std::make_unique<Stores>(*platform_)),
+Composition::Composition(const LaunchOptions& options)
+    : platform_(std::make_unique<Platform>(options)), stores_(std::make_unique<Stores>(*platform_)),
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
@@ -226,6 +270,8 @@ Composition::Composition()
     session_->recorder->attach(sessionSurfaces());
     hotKeys_ = std::make_unique<HotKeys>(platform_->hotKeys, recordingKeys(*session_->recorder), &postToMain, &logLine);
     delegate_ = std::make_unique<AppDelegate>(shell());
+    followModifier(stores_->prefs, session_->window);
+    whenModifierChanges(stores_->prefs, *delegate_, [this] { delegate_->shortcutModifierChanged(); });
 }
 
 Composition::~Composition() {
@@ -275,7 +321,8 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
     surfaces.inputMonitors = &platform_->inputMonitors;
-    surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.camera = &surfaces_->camera;
+    surfaces.secondCamera = &surfaces_->secondCamera;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
@@ -290,8 +337,15 @@ Shell Composition::shell() {
         platform_->application.toFront();
     };
     shell.showShortcuts = [this] {
-        Shortcuts::show([this] { platform_->application.toFront(); },
-                        [](const QString&, const QString&, const QStringList&) { (new ShortcutsDialog)->present(); });
+        const auto state = [this] { return Shortcuts::State{stores_->prefs.shortcutModifier, hotKeys_->taken()}; };
+        const Shortcuts::State now = state();
+        Shortcuts::show(
+            now, [this] { platform_->application.toFront(); },
+            [this, state, &now](const QString&, const QString&, const QStringList&) {
+                auto* const dialog = new ShortcutsDialog(now);
+                whenModifierChanges(stores_->prefs, *dialog, [state, dialog] { dialog->setState(state()); });
+                dialog->present();
+            });
     };
     shell.openVideosFolder = [this] {
         if (const auto opened = stores_->library.openFolder(); !opened.ok()) {
@@ -300,11 +354,12 @@ Shell Composition::shell() {
         }
     };
     shell.openNotices = [this] {
-        if (const auto file = thirdPartyNotices(QCoreApplication::applicationDirPath())) {
+        if (const auto file = programFile(QCoreApplication::applicationDirPath(), kThirdPartyNotices)) {
             platform_->files.open(file->toStdString());
         }
     };
     shell.openSite = [this] { platform_->files.openAddress(Credit::site); };
+    shell.shortcutModifier = [this] { return stores_->prefs.shortcutModifier.value(); };
     shell.quit = [this] { session_->rescue.leave([] { QCoreApplication::exit(EXIT_SUCCESS); }); };
     return shell;
 }

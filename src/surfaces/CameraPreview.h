@@ -6,7 +6,11 @@
 #include <QObject>
 #include <QSize>
 
+#include <memory>
+
 namespace velmo {
+
+class PictureFill;
 
 /// A camera as it is seen on the screen: filling its place, the middle kept, mirrored or not. There is one for each
 /// bubble; the presenter borrows the bubble's, so that the picture does not stop in the flight. Main thread.
@@ -15,6 +19,7 @@ class CameraPreview : public QObject {
 public:
     /// `feed` is borrowed and must outlive this object.
     explicit CameraPreview(CameraFeed& feed);
+    ~CameraPreview() override;
 
     bool isMirrored() const { return mirrored_; }
     void setMirrored(bool mirrored);
@@ -32,6 +37,7 @@ private:
     bool mirrored_ = false;
     FrameRef shown_; // what `image_` was made of
     QImage image_;
+    std::unique_ptr<PictureFill> fill_; // made for one size of picture and image
 };
 
 } // namespace velmo

@@ -121,9 +121,16 @@ void FloatingPanel::giveKeyboardBack() {
 void FloatingPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     composited_ = X11Window::isComposited();
+    shapeChanged();
+    bringToFront();
+}
+
+void FloatingPanel::bringToFront() {
+    if (!isVisible()) {
+        return;
+    }
     std::erase(shownPanels(), this);
     shownPanels().push_back(this);
-    shapeChanged();
     restack();
 }
 

@@ -44,6 +44,8 @@ public:
     /// The card on the screen, in Qt's coordinates.
     QRect cardGeometry() const;
     void setCardGeometry(const QRect& card);
+    /// In front of all panels of its level. Nothing while hidden.
+    void bringToFront();
     /// Mouse and touch go to what is behind.
     void setClickThrough(bool through);
     /// Dragging what is no control moves the panel.
