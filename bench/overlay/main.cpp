@@ -3,6 +3,7 @@
 //
 //   tools/desk run build/release/bin/bench_overlay [SECONDS]
 
+#include "bench/Cpu.h"
 #include "platform/desktop/XInputPointerMotion.h"
 #include "session/QtTimers.h"
 #include "support/XTestClient.h"
@@ -14,13 +15,11 @@
 #include <QProcess>
 #include <QTimer>
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <string>
 
@@ -34,28 +33,6 @@ public:
         return {static_cast<double>(at.x()), 1080.0 - at.y()};
     }
 };
-
-double ownCpu() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-double serverCpu() {
-    std::ifstream file("/proc/" + qEnvironmentVariable("DESK_XSERVER_PID").toStdString() + "/stat");
-    std::string text;
-    std::getline(file, text);
-    std::size_t at = text.rfind(')') + 1;
-    for (int field = 0; field < 12; ++field) {
-        at = text.find(' ', at + 1);
-    }
-    char* end = nullptr;
-    const double user = std::strtod(text.c_str() + at, &end);
-    return (user + std::strtod(end, nullptr)) / static_cast<double>(sysconf(_SC_CLK_TCK));
-}
 
 void pass(int milliseconds) {
     QEventLoop loop;
