@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtEnvironmentVariables>
+#include <QByteArray>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -23,7 +23,7 @@ inline double ownCpu() {
 
 /// Seconds of CPU that the X server of the private desktop has taken.
 inline double serverCpu() {
-    std::ifstream file("/proc/" + qEnvironmentVariable("DESK_XSERVER_PID").toStdString() + "/stat");
+    std::ifstream file("/proc/" + qgetenv("DESK_XSERVER_PID").toStdString() + "/stat");
     std::string text;
     std::getline(file, text);
     std::size_t at = text.rfind(')') + 1;

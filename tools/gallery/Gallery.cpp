@@ -1,5 +1,6 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "app/ShortcutsDialog.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
@@ -94,6 +95,7 @@ public:
         teleprompter();
         countdownWindow();
         dialogs();
+        shortcuts();
     }
 
 private:
@@ -363,6 +365,21 @@ private:
                 QStringLiteral("Y un texto <b>con formato</b> y un <a href=\"https://velmo.example\">enlace</a>."),
                 {QStringLiteral("Continuar"), QStringLiteral("Otra respuesta"), QStringLiteral("Cancelar")},
                 First::isDefault});
+    }
+
+    void shortcuts() {
+        using Modifier = ShortcutModifier;
+        const std::pair<const char*, Shortcuts::State> states[] = {
+            {"shortcuts", {}},
+            {"shortcuts-taken", {Modifier::controlAlt, {3, 8, 14, 20, 22}}},
+            {"shortcuts-super", {Modifier::super, {1, 6}}}};
+        for (const auto& [name, state] : states) {
+            auto* shown = new ShortcutsDialog(state);
+            shown->present();
+            wait(50);
+            save(QString::fromUtf8(name), [shown] { return shown->geometry(); });
+            shown->close();
+        }
     }
 
     QDir folder_;
