@@ -49,6 +49,7 @@
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/ScreenDrawing.h"
 #include "surfaces/SpotlightOverlay.h"
 
 #include <QCoreApplication>
@@ -162,8 +163,11 @@ struct Composition::Surfaces {
                       {RecordMode::screen},
                       {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
-                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
+          drawing({platform.clock, platform.timers, {}}) {
         tieMaterial(stores.classKit);
+        QObject::connect(&drawing, &ScreenDrawing::drawingChanged, &controlBar,
+                         [this] { controlBar.setDrawing(drawing.drawing()); });
     }
 
     static SetupPanel::Section kitSection(ClassKit& kit) {
@@ -191,6 +195,7 @@ struct Composition::Surfaces {
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
+    ScreenDrawing drawing;
 };
 
 Composition::Composition()
@@ -252,6 +257,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.drawing = &surfaces_->drawing;
     surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.microphoneLevel = &surfaces_->microphone;
     surfaces.classKit = &stores_->classMaterial;

@@ -15,6 +15,7 @@ struct BarState {
 
     RecorderController::State state = RecorderController::State::idle;
     Material material = Material::none;
+    bool drawing = false; ///< the mouse draws on the screen
 
     bool paused() const { return state == RecorderController::State::paused; }
     friend bool operator==(const BarState&, const BarState&) = default;

@@ -122,7 +122,7 @@ void ControlBar::addLine(QHBoxLayout& row, int group) {
 }
 
 void ControlBar::showState() {
-    const BarState state{recorder_.state(), material_};
+    const BarState state{recorder_.state(), material_, drawing_};
     dot_->setPaused(state.paused());
     level_->setPaused(state.paused());
     for (Line& line : lines_) {
@@ -147,6 +147,11 @@ void ControlBar::showState() {
 
 void ControlBar::setMaterial(BarState::Material material) {
     material_ = material;
+    showState();
+}
+
+void ControlBar::setDrawing(bool drawing) {
+    drawing_ = drawing;
     showState();
 }
 

@@ -34,6 +34,8 @@ public:
 
     /// Its button stands while there is material, and is lit while that is shown.
     void setMaterial(BarState::Material material);
+    /// Its button is lit while the mouse draws.
+    void setDrawing(bool drawing);
 
     /// Fits the bar to its controls, puts it at the bottom of the screen and in front.
     void show(const Screen& screen) override;
@@ -59,6 +61,7 @@ private:
     ClockLabel* clock_ = nullptr;
     LevelColumns* level_ = nullptr;
     BarState::Material material_ = BarState::Material::none;
+    bool drawing_ = false;
     std::vector<Button*> buttons_; // one for each of barControls()
     struct Line {
         QWidget* widget;

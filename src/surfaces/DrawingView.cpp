@@ -1,5 +1,7 @@
 #include "surfaces/DrawingView.h"
 
+#include "base/Clock.h"
+
 #include "surfaces/internal/Ink.h"
 #include "surfaces/internal/LaserGlow.h"
 
@@ -46,6 +48,12 @@ void flip(QPainter& painter, int height) {
 
 } // namespace
 
+/// A fading laser's light, and where it is.
+struct DrawingView::Glowing {
+    QRegion region;
+    LaserGlow glow;
+};
+
 DrawingView::DrawingView(QWidget* parent, Services services, std::function<DrawingTip()> tip)
     : QWidget(parent), services_(services), tip_(std::move(tip)), model_(&randomSeed) {
     setGeometry(parent->rect());
@@ -56,6 +64,10 @@ DrawingView::~DrawingView() = default;
 
 Point DrawingView::pointOf(const QMouseEvent& event) const {
     return {event.position().x(), height() - event.position().y()};
+}
+
+double DrawingView::now() const {
+    return services_.clock.now().seconds();
 }
 
 QRegion DrawingView::flipped(const QRegion& region) const {

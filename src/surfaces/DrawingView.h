@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Clock.h"
 #include "session/MainTimers.h"
 #include "surfaces/DrawingModel.h"
 
@@ -14,6 +13,7 @@
 
 namespace velmo {
 
+class Clock; // its header is more than moc reads
 class LaserGlow;
 
 /// The canvas over the screen: the left button draws with the tip of now. Finished strokes lie in a picture; a running
@@ -52,14 +52,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    /// A fading laser and its light.
-    struct Glowing {
-        QRegion region;
-        LaserGlow glow;
-    };
+    struct Glowing;
 
     Point pointOf(const QMouseEvent& event) const;
-    double now() const { return services_.clock.now().seconds(); }
+    double now() const;
     QRegion flipped(const QRegion& region) const;
     void touch(const QRegion& upward);
     void changeStrokes(const std::function<void()>& change);

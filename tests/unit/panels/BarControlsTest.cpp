@@ -19,9 +19,11 @@ std::vector<std::string> helps(State state) {
 
 TEST(BarControls, StandInTheirOrderWithTheirHelpTexts) {
     EXPECT_THAT(helps(State::recording),
-                testing::ElementsAre("Pausar (⌃P)", "Marcador (⌃M)", "Empezar de nuevo", "Descartar"));
+                testing::ElementsAre("Pausar (⌃P)", "Marcador (⌃M)", "Dibujar sobre la pantalla (⌃D)",
+                                     "Empezar de nuevo", "Descartar"));
     EXPECT_THAT(helps(State::paused),
-                testing::ElementsAre("Reanudar (⌃P)", "Marcador (⌃M)", "Empezar de nuevo", "Descartar"));
+                testing::ElementsAre("Reanudar (⌃P)", "Marcador (⌃M)", "Dibujar sobre la pantalla (⌃D)",
+                                     "Empezar de nuevo", "Descartar"));
 }
 
 TEST(BarControls, ClassMaterialStandsLastWhileThereIsSomeAndIsLitWhileShown) {
@@ -32,6 +34,13 @@ TEST(BarControls, ClassMaterialStandsLastWhileThereIsSomeAndIsLitWhileShown) {
     EXPECT_TRUE(material.shown({State::recording, Material::hidden}));
     EXPECT_FALSE(material.face({State::recording, Material::hidden}).lit);
     EXPECT_TRUE(material.face({State::recording, Material::shown}).lit);
+}
+
+TEST(BarControls, DrawingIsLitWhileTheMouseDraws) {
+    const BarControl& drawing = barControls()[2];
+    EXPECT_EQ(drawing.face({}).help, QStringLiteral("Dibujar sobre la pantalla (⌃D)"));
+    EXPECT_FALSE(drawing.face({State::recording}).lit);
+    EXPECT_TRUE(drawing.face({State::recording, BarState::Material::none, true}).lit);
 }
 
 TEST(BarControls, PauseBecomesPlayWhilePaused) {
