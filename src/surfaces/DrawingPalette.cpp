@@ -149,7 +149,7 @@ void DrawingPalette::showTip() {
 
 void DrawingPalette::placeOn(const Screen& screen) {
     const QRect free = ScreenPlace::visibleFrame(screen);
-    const int width = layout()->sizeHint().width() - contentsMargins().left() - contentsMargins().right();
+    const int width = layout()->sizeHint().width();
     setCardGeometry(QRect(free.x() + (free.width() - width) / 2, free.y() + kBelowTop, width, kHeight));
 }
 
