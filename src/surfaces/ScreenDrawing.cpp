@@ -4,6 +4,7 @@
 #include "surfaces/internal/DrawingOverlay.h"
 #include "ui/ScreenPlace.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -138,6 +139,8 @@ void ScreenDrawing::setWidthIndex(int index) {
 
 void ScreenDrawing::setDrawing(bool drawing) {
     if (std::exchange(drawing_, drawing) != drawing) {
+        // A busy machine must not take corners off a stroke: every movement is told, none is merged with the next.
+        QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !drawing);
         emit drawingChanged();
     }
 }
