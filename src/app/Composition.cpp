@@ -51,6 +51,7 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "settings/SettingsProfiles.h"
 #include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
 #include "surfaces/RegionPicker.h"
@@ -58,6 +59,7 @@
 #include "surfaces/SecondBubbleController.h"
 #include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
+#include "surfaces/Teleprompter.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -143,6 +145,11 @@ struct Composition::Stores {
     Prefs prefs{defaults};
     Devices devices;
     ClassKit classKit;
+    SettingsProfiles profiles{defaults, [this] {
+                                  prefs.reload();
+                                  classKit.reload();
+                                  RecorderController::shared().previewChanged();
+                              }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
@@ -175,7 +182,11 @@ struct Composition::Surfaces {
           secondBubble(
               {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder, &bubble, &secondBubble}, stores.prefs, &camera, [this] { return around(); }}),
+          teleprompter({stores.prefs, platform.clock, platform.timers}),
+          controlBar({{recorder, &bubble, &secondBubble, nullptr, &teleprompter},
+                      stores.prefs,
+                      &camera,
+                      [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
@@ -209,6 +220,7 @@ struct Composition::Surfaces {
         now.hasSecondBubble = secondBubble.visible() || secondBubble.userHidden();
         now.isDrawing = drawing.drawing();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.scriptVisible = teleprompter.visible();
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
     }
@@ -233,6 +245,7 @@ struct Composition::Surfaces {
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
@@ -244,6 +257,7 @@ struct Composition::Surfaces {
     SecondBubbleController secondBubble;
     CountdownWindow countdown;
     KitPanel kitPanel;
+    Teleprompter teleprompter;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
@@ -257,6 +271,7 @@ Composition::Composition(const LaunchOptions& options)
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
+    SettingsProfiles::setShared(&stores_->profiles);
     Library::setShared(&stores_->library);
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
@@ -274,6 +289,7 @@ Composition::~Composition() {
     surfaces_.reset();
     session_.reset();
     Library::setShared(nullptr);
+    SettingsProfiles::setShared(nullptr);
     ClassKit::setShared(nullptr);
     Prefs::setShared(nullptr);
 }
@@ -307,6 +323,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.kitPanel = &surfaces_->kitPanel;
+    surfaces.teleprompter = &surfaces_->teleprompter;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
