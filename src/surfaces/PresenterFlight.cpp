@@ -90,15 +90,14 @@ PresenterFrame PresenterLayout::onStage(PresenterStyle style, Size window) {
 PresenterFrame PresenterFlight::at(double seconds) const {
     const double way = kCurve.at(seconds / kSeconds);
     const double backdropWay = way_ == Way::in ? way : kCurve.at(seconds / kBackdropOutSeconds);
-    const auto between = [](double from, double to, double share) { return from + (to - from) * share; };
     PresenterFrame frame;
-    frame.stage = {between(from_.stage.x, to_.stage.x, way), between(from_.stage.y, to_.stage.y, way),
-                   between(from_.stage.width, to_.stage.width, way),
-                   between(from_.stage.height, to_.stage.height, way)};
-    frame.corner = between(from_.corner, to_.corner, way);
-    frame.shadow = between(from_.shadow, to_.shadow, way);
-    frame.border = between(from_.border, to_.border, way);
-    frame.backdrop = between(from_.backdrop, to_.backdrop, backdropWay);
+    frame.stage = {std::lerp(from_.stage.x, to_.stage.x, way), std::lerp(from_.stage.y, to_.stage.y, way),
+                   std::lerp(from_.stage.width, to_.stage.width, way),
+                   std::lerp(from_.stage.height, to_.stage.height, way)};
+    frame.corner = std::lerp(from_.corner, to_.corner, way);
+    frame.shadow = std::lerp(from_.shadow, to_.shadow, way);
+    frame.border = std::lerp(from_.border, to_.border, way);
+    frame.backdrop = std::lerp(from_.backdrop, to_.backdrop, backdropWay);
     return frame;
 }
 

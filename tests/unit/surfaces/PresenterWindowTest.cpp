@@ -375,7 +375,7 @@ TEST(PresenterWindow, TakesTheDesktopOnceASecondWhileItIsUpAndNoLonger) {
     EXPECT_EQ(desk.shots.size(), 1u);
     desk.advance(0.15);
     EXPECT_EQ(desk.shots.size(), 2u);
-    desk.advance(3);
+    desk.advance(3.3); // a second after the last one was made
     EXPECT_EQ(desk.shots.size(), 5u);
     desk.window.exit({});
     desk.advance(5);
