@@ -7,14 +7,15 @@
 #include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
+#include "app/LaunchOptions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
+#include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
-#include "app/ThirdPartyNotices.h"
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
@@ -26,8 +27,8 @@
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
+#include "platform/JoinedCameras.h"
 #include "platform/desktop/DesktopFileActions.h"
 #include "platform/desktop/QtDelayedCalls.h"
 #include "platform/desktop/QtDisplayReconfiguration.h"
@@ -41,6 +42,7 @@
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/synthetic/SyntheticCameras.h"
 #include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
@@ -48,7 +50,9 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "surfaces/CameraManager.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
 
 #include <QCoreApplication>
@@ -57,6 +61,7 @@
 #include <syslog.h>
 
 #include <string>
+#include <vector>
 
 namespace velmo {
 namespace {
@@ -83,8 +88,15 @@ void postToMain(std::function<void()> work) {
 
 /// What the system gives.
 struct Composition::Platform {
+    explicit Platform(const LaunchOptions& options)
+        : syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&syntheticCameras}
+                                           : std::vector<CameraService*>{}) {}
+
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    SyntheticCameras syntheticCameras;
+    JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
     X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
@@ -111,7 +123,7 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
+        : devices(&platform.cameras, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
 
@@ -152,19 +164,26 @@ struct Composition::Session {
 /// What stands around a recording on the screen.
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
-        : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
-          countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder}, stores.prefs, &microphone, [this] { return around(); }}),
+        : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
+          secondCamera({platform.cameras, platform.clock}), countdown(platform.timers),
+          kitPanel(stores.classKit, recorder, platform.screens),
+          controlBar({{recorder}, stores.prefs, &camera, [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
                       platform.screens,
-                      microphone,
-                      {RecordMode::screen},
+                      camera,
+                      {RecordMode::screenCam, RecordMode::screen, RecordMode::cam},
                       {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+        CameraManager::setShared(&camera);
+        SecondCameraManager::setShared(&secondCamera);
         tieBar();
+    }
+    ~Surfaces() {
+        SecondCameraManager::setShared(nullptr);
+        CameraManager::setShared(nullptr);
     }
 
     static SetupPanel::Section kitSection(ClassKit& kit) {
@@ -176,6 +195,7 @@ struct Composition::Surfaces {
     BarSurroundings around() const {
         using Material = BarSurroundings::Material;
         BarSurroundings now;
+        now.hasVideo = camera.hasVideo();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
@@ -184,12 +204,14 @@ struct Composition::Surfaces {
     void tieBar() {
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
     const ClassKit& classKit;
 
-    MicrophoneMonitor microphone;
+    CameraManager camera;
+    SecondCameraManager secondCamera;
     CountdownWindow countdown;
     KitPanel kitPanel;
     ControlBar controlBar; // asks what stands around it
@@ -198,8 +220,8 @@ struct Composition::Surfaces {
     RegionPicker regionPicker;
 };
 
-Composition::Composition()
-    : platform_(std::make_unique<Platform>()), stores_(std::make_unique<Stores>(*platform_)),
+Composition::Composition(const LaunchOptions& options)
+    : platform_(std::make_unique<Platform>(options)), stores_(std::make_unique<Stores>(*platform_)),
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
@@ -258,7 +280,8 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
     surfaces.inputMonitors = &platform_->inputMonitors;
-    surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.camera = &surfaces_->camera;
+    surfaces.secondCamera = &surfaces_->secondCamera;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
@@ -283,7 +306,7 @@ Shell Composition::shell() {
         }
     };
     shell.openNotices = [this] {
-        if (const auto file = thirdPartyNotices(QCoreApplication::applicationDirPath())) {
+        if (const auto file = programFile(QCoreApplication::applicationDirPath(), kThirdPartyNotices)) {
             platform_->files.open(file->toStdString());
         }
     };

@@ -6,9 +6,9 @@
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
+#include "support/FakeMicrophoneLevel.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -40,27 +40,20 @@ void wait(int milliseconds) {
     loop.exec();
 }
 
-/// Two microphones, of which each says one loud second.
-class SpeakingMicrophones final : public AudioInputService {
+constexpr double kSpeaking = 0.67; // of the meter
+
+/// Two microphones that nobody listens to.
+class TwoMicrophones final : public AudioInputService {
 public:
     std::vector<AudioDevice> microphones() const override {
         return {{"internal", "Micrófono interno · HDA Intel PCH"},
                 {"usb", "Blue Yeti con un nombre que no cabe entero"}};
     }
     std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue& queue,
-                                                       Handler handler) override {
-        Sample sample;
-        sample.timing.presentation = MediaTime::zero();
-        sample.audio = AudioBuffer::create({}, 960);
-        std::fill(sample.audio->floats().begin(), sample.audio->floats().end(), 0.08F);
-        queue.async([handler = std::move(handler), sample] { handler(sample); });
-        return std::unique_ptr<AudioInput>(std::make_unique<Input>());
+    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue&, Handler) override {
+        return Error{};
     }
     Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
-
-private:
-    class Input final : public AudioInput {};
 };
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
@@ -139,11 +132,12 @@ private:
     }
 
     void setup() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        SetupPanel panel({*controller, prefs, speaking_, screens, monitor, {RecordMode::screen}});
+        test::FakeMicrophoneLevel microphone;
+        SetupPanel panel({*controller, prefs, speaking_, screens, microphone, {RecordMode::screen}});
         controller->openSetup();
         test::settle();
         panel.show();
+        microphone.say(kSpeaking);
         const auto place = [&panel] { return panel.card().translated(panel.pos()); };
         save(QStringLiteral("setup-basic"), place);
         store.setBoolean(QStringLiteral("panel.fuentes"), true);
@@ -152,11 +146,12 @@ private:
                          prefs,
                          speaking_,
                          screens,
-                         monitor,
+                         microphone,
                          {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
         const auto morePlace = [&more] { return more.card().translated(more.pos()); };
         panel.hide();
         more.show();
+        microphone.say(kSpeaking);
         save(QStringLiteral("setup-more"), morePlace);
         prefs.micID = QStringLiteral("none");
         prefs.videoQuality = VideoQuality::fullHD;
@@ -197,7 +192,7 @@ private:
     }
 
     void kitSection(ClassKit& kit) {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        test::FakeMicrophoneLevel microphone;
         for (const char* key : {"panel.mas", "panel.material"}) {
             store.setBoolean(QString::fromLatin1(key), true);
         }
@@ -207,7 +202,7 @@ private:
                           prefs,
                           speaking_,
                           screens,
-                          monitor,
+                          microphone,
                           {RecordMode::screen},
                           {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                              QStringLiteral("panel.material"), false},
@@ -233,14 +228,15 @@ private:
     }
 
     void controlBar() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        test::FakeMicrophoneLevel microphone;
         BarSurroundings around;
-        ControlBar bar({{*controller}, prefs, &monitor, [&around] { return around; }});
+        ControlBar bar({{*controller}, prefs, &microphone, [&around] { return around; }});
         record();
         advance(767);
         const Screen screen = screens.screens.front();
         const auto barPlace = [&bar] { return bar.geometry(); };
         bar.show(screen);
+        microphone.say(kSpeaking);
         save(QStringLiteral("bar-recording"), barPlace);
         around.material = BarSurroundings::Material::shown;
         bar.refresh();
@@ -329,7 +325,7 @@ private:
     }
 
     QDir folder_;
-    SpeakingMicrophones inputs_;
+    TwoMicrophones inputs_;
     Devices speaking_{nullptr, &inputs_};
 };
 
