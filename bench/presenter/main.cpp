@@ -7,7 +7,8 @@
 #include "session/QtTimers.h"
 #include "settings/Prefs.h"
 #include "support/MemoryDefaultsStore.h"
-#include "support/TeacherPicture.h"
+#include "support/SlideImage.h"
+#include "support/Teacher.h"
 #include "support/Wallpaper.h"
 #include "surfaces/PresenterWindow.h"
 #include "surfaces/internal/PresenterPanel.h"
@@ -109,7 +110,7 @@ public:
     explicit Bench(int seconds) : seconds_(seconds) {
         test::setWallpaper(client_, test::slideImage(1920, 1080));
         for (int i = 0; i < 8; ++i) {
-            pictures_.push_back(test::teacherPicture(1280, 720, i / 8.0));
+            pictures_.push_back(test::teacherPicture(i / 8.0));
         }
         bubble_.put({90, 70, 220, 220});
         QObject::connect(&camera_, &QTimer::timeout, &camera_,

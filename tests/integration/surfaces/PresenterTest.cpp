@@ -4,7 +4,8 @@
 #include "session/QtTimers.h"
 #include "settings/Prefs.h"
 #include "support/MemoryDefaultsStore.h"
-#include "support/TeacherPicture.h"
+#include "support/SlideImage.h"
+#include "support/Teacher.h"
 #include "support/WaitUntil.h"
 #include "support/Wallpaper.h"
 #include "support/XTestClient.h"
@@ -87,8 +88,10 @@ protected:
     Presenter() {
         test::setWallpaper(client, test::slideImage(1920, 1080));
         screen.displayID = display();
+        const QScreen& primary = *QGuiApplication::primaryScreen();
+        screen.frame = {0, 0, double(primary.size().width()), double(primary.size().height())};
         bubble.put({90, 70, 220, 220});
-        bubble.feed.publish(test::teacherPicture(1280, 720, 0));
+        bubble.feed.publish(test::teacherPicture(0));
         prefs.showName = true;
         prefs.presenterName = QStringLiteral("Laura Méndez");
         prefs.presenterRole = QStringLiteral("Cálculo II");
@@ -134,7 +137,7 @@ protected:
 
     test::XTestClient client{qEnvironmentVariable("DISPLAY").toStdString()};
     X11ScreenCapture capture{std::nullopt, nullptr, HostClock::shared()};
-    Screen screen{0, {0, 0, 1920, 1080}, 1};
+    Screen screen;
     HeldClock clock;
     QtTimers timers;
     test::MemoryDefaultsStore store;

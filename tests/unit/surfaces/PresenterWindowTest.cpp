@@ -515,6 +515,7 @@ TEST(PresenterWindow, AnyRowOfRequestsEndsWithOneOwnerOfThePreview) {
     std::mt19937 random(11);
     for (int sequence = 0; sequence < 50; ++sequence) {
         Desk desk;
+        desk.screen.frame = {0, 0, 80, 60}; // what is painted does not matter
         int waiting = 0;
         for (int step = 0; step < 25; ++step) {
             switch (random() % 7) {
