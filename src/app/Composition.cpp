@@ -21,6 +21,7 @@
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
+#include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/views/LibraryWindow.h"
@@ -50,8 +51,11 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/SecondBubbleController.h"
 #include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
 
@@ -165,9 +169,13 @@ struct Composition::Session {
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
-          secondCamera({platform.cameras, platform.clock}), countdown(platform.timers),
-          kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder}, stores.prefs, &camera, [this] { return around(); }}),
+          secondCamera({platform.cameras, platform.clock}),
+          bubble({stores.prefs, platform.screens, platform.clock, platform.timers, camera.feed(), &NameTag::image},
+                 {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),
+          secondBubble(
+              {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
+          countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
+          controlBar({{recorder, &bubble, &secondBubble}, stores.prefs, &camera, [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
@@ -176,9 +184,11 @@ struct Composition::Surfaces {
                       {RecordMode::screenCam, RecordMode::screen, RecordMode::cam},
                       {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
-                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
+          drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
         CameraManager::setShared(&camera);
         SecondCameraManager::setShared(&secondCamera);
+        tieBubbles(platform.displayWatch);
         tieBar();
     }
     ~Surfaces() {
@@ -196,12 +206,30 @@ struct Composition::Surfaces {
         using Material = BarSurroundings::Material;
         BarSurroundings now;
         now.hasVideo = camera.hasVideo();
+        now.hasSecondBubble = secondBubble.visible() || secondBubble.userHidden();
+        now.isDrawing = drawing.drawing();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
     }
 
+    void bringBubblesToFront() {
+        bubble.bringToFront();
+        secondBubble.bringToFront();
+    }
+
+    void tieBubbles(DisplayWatch& displays) {
+        QObject::connect(&camera, &CameraManager::levelChanged, &bubble, [this] { bubble.setLevel(camera.level()); });
+        displaysChange = displays.observe([this] {
+            bubble.reconnect();
+            secondBubble.reconnect();
+        });
+    }
+
     void tieBar() {
+        QObject::connect(&secondBubble, &SecondBubbleController::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&secondBubble, &SecondBubbleController::userHiddenChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&drawing, &ScreenDrawing::drawingChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
@@ -212,12 +240,16 @@ struct Composition::Surfaces {
 
     CameraManager camera;
     SecondCameraManager secondCamera;
+    BubbleController bubble;
+    SecondBubbleController secondBubble;
     CountdownWindow countdown;
     KitPanel kitPanel;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
+    ScreenDrawing drawing;
+    DisplayWatch::Observation displaysChange;
 };
 
 Composition::Composition(const LaunchOptions& options)
@@ -279,9 +311,12 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.drawing = &surfaces_->drawing;
     surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.camera = &surfaces_->camera;
     surfaces.secondCamera = &surfaces_->secondCamera;
+    surfaces.bubble = &surfaces_->bubble;
+    surfaces.secondBubble = &surfaces_->secondBubble;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }

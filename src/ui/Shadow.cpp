@@ -1,5 +1,7 @@
 #include "ui/Shadow.h"
 
+#include "ui/Blur.h"
+
 #include <QCache>
 #include <QColor>
 #include <QImage>
@@ -9,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
-#include <vector>
 
 namespace velmo::Shadow {
 
@@ -40,37 +41,6 @@ std::span<const Soft> layers(Elevation elevation) {
     return {};
 }
 
-/// One pass of a running mean of 2 * `radius` + 1 over a line of `count` values, `step` bytes apart.
-void blurLine(uchar* line, int count, std::ptrdiff_t step, int radius, std::vector<uchar>& copy) {
-    copy.resize(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        copy[static_cast<std::size_t>(i)] = line[i * step];
-    }
-    const auto at = [&](int i) {
-        return i < 0 || i >= count ? 0 : static_cast<int>(copy[static_cast<std::size_t>(i)]);
-    };
-    int sum = 0;
-    for (int i = -radius; i <= radius; ++i) {
-        sum += at(i);
-    }
-    for (int i = 0; i < count; ++i) {
-        line[i * step] = static_cast<uchar>(sum / (2 * radius + 1));
-        sum += at(i + radius + 1) - at(i - radius);
-    }
-}
-
-void blur(QImage& alpha, int radius) {
-    std::vector<uchar> copy;
-    for (int pass = 0; pass < 3; ++pass) {
-        for (int y = 0; y < alpha.height(); ++y) {
-            blurLine(alpha.scanLine(y), alpha.width(), 1, radius, copy);
-        }
-        for (int x = 0; x < alpha.width(); ++x) {
-            blurLine(alpha.bits() + x, alpha.height(), alpha.bytesPerLine(), radius, copy);
-        }
-    }
-}
-
 /// A rounded square with soft edges, as small as its corners allow, at half size: it is soft anyway.
 const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     static QCache<QString, QPixmap> cache(64);
@@ -91,7 +61,7 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     painter.drawRoundedRect(QRectF(out, out, 2 * side - 2 * out, 2 * side - 2 * out), radius, radius);
     painter.end();
     // Three boxes, at half size, that together reach just that far.
-    blur(alpha, std::max(1, static_cast<int>(out / 6)));
+    Blur::boxes(alpha, std::max(1, static_cast<int>(out / 6)));
     QImage tinted(side, side, QImage::Format_ARGB32_Premultiplied);
     tinted.fill(0);
     QPainter tint(&tinted);
