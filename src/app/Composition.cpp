@@ -54,6 +54,7 @@
 #include "settings/SettingsProfiles.h"
 #include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
+#include "surfaces/PresenterWindow.h"
 #include "surfaces/RegionPicker.h"
 #include "surfaces/ScreenDrawing.h"
 #include "surfaces/SecondBubbleController.h"
@@ -88,6 +89,10 @@ AudioMixer makeMixer(const AssetReaderFactory& readers, const PassthroughWriterF
 
 void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
+}
+
+int ownProcess() {
+    return static_cast<int>(QCoreApplication::applicationPid());
 }
 
 } // namespace
@@ -181,6 +186,14 @@ struct Composition::Surfaces {
                  {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),
           secondBubble(
               {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
+          presenter({stores.prefs,
+                     bubble,
+                     platform.capture,
+                     platform.clock,
+                     platform.timers,
+                     std::make_unique<ThreadQueue>("velmo.presenter"),
+                     {},
+                     ownProcess()}),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
           teleprompter({stores.prefs, platform.clock, platform.timers}),
           controlBar({{recorder, &bubble, &secondBubble, nullptr, &teleprompter},
@@ -255,6 +268,7 @@ struct Composition::Surfaces {
     SecondCameraManager secondCamera;
     BubbleController bubble;
     SecondBubbleController secondBubble;
+    PresenterWindow presenter;
     CountdownWindow countdown;
     KitPanel kitPanel;
     Teleprompter teleprompter;
@@ -307,14 +321,10 @@ RecorderController& Composition::recorder() {
 }
 
 SessionServices Composition::sessionServices() {
-    return {stores_->prefs,         platform_->clock,
-            platform_->timers,      session_->rescue.alerts(),
-            platform_->application, platform_->screens,
-            platform_->power,       platform_->disk,
-            platform_->capture,     session_->recorders,
-            stores_->devices,       platform_->permissions,
-            stores_->libraryStore,  platform_->mixer,
-            &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
+    return {stores_->prefs,         platform_->clock,    platform_->timers, session_->rescue.alerts(),
+            platform_->application, platform_->screens,  platform_->power,  platform_->disk,
+            platform_->capture,     session_->recorders, stores_->devices,  platform_->permissions,
+            stores_->libraryStore,  platform_->mixer,    &DiagLog::write,   ownProcess()};
 }
 
 SessionSurfaces Composition::sessionSurfaces() {
@@ -334,6 +344,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.secondCamera = &surfaces_->secondCamera;
     surfaces.bubble = &surfaces_->bubble;
     surfaces.secondBubble = &surfaces_->secondBubble;
+    surfaces.presenter = &surfaces_->presenter;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }

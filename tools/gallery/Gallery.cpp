@@ -1,5 +1,7 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "PresenterStates.h"
+
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
@@ -94,6 +96,9 @@ public:
         teleprompter();
         countdownWindow();
         dialogs();
+        showPresenter(screens.screens.front(), [this](const QString& name) {
+            save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
+        });
     }
 
 private:
