@@ -41,6 +41,7 @@
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
+#include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
 #include "platform/synthetic/SyntheticCameras.h"
@@ -100,12 +101,14 @@ int ownProcess() {
 /// What the system gives.
 struct Composition::Platform {
     explicit Platform(const LaunchOptions& options)
-        : syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
-          cameras(options.syntheticCameras ? std::vector<CameraService*>{&syntheticCameras}
-                                           : std::vector<CameraService*>{}) {}
+        : devices(clock, options.cameraSources),
+          syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
+                                           : std::vector<CameraService*>{&devices}) {}
 
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    FfmpegCameras devices;
     SyntheticCameras syntheticCameras;
     JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
