@@ -1,5 +1,7 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "PresenterStates.h"
+
 #include "app/ShortcutsDialog.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
@@ -96,6 +98,9 @@ public:
         countdownWindow();
         dialogs();
         shortcuts();
+        showPresenter(screens.screens.front(), [this](const QString& name) {
+            save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
+        });
     }
 
 private:
