@@ -50,8 +50,9 @@ HWY_API Number scaled(Number value, int share) {
 
 HWY_API Number over(Number added, Number kept, Number below) {
     const Numbers numbers;
-    const auto sum = hn::Add(added, hn::MulFixedPoint15(hn::ShiftLeft<kFraction>(below), kept));
-    const auto code = hn::ShiftRight<kFraction>(hn::Add(sum, hn::Set(numbers, 1 << (kFraction - 1))));
+    // Colours beyond their alpha, as a careless window may have them, end at white.
+    const auto sum = hn::SaturatedAdd(added, hn::MulFixedPoint15(hn::ShiftLeft<kFraction>(below), kept));
+    const auto code = hn::ShiftRight<kFraction>(hn::SaturatedAdd(sum, hn::Set(numbers, 1 << (kFraction - 1))));
     return hn::Min(hn::Max(code, hn::Zero(numbers)), hn::Set(numbers, 255));
 }
 
