@@ -21,6 +21,7 @@
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
+#include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/views/LibraryWindow.h"
@@ -40,6 +41,7 @@
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
+#include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
 #include "platform/synthetic/SyntheticCameras.h"
@@ -50,10 +52,16 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "settings/SettingsProfiles.h"
+#include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
+#include "surfaces/PresenterWindow.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/SecondBubbleController.h"
 #include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
+#include "surfaces/Teleprompter.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -84,17 +92,23 @@ void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
 
+int ownProcess() {
+    return static_cast<int>(QCoreApplication::applicationPid());
+}
+
 } // namespace
 
 /// What the system gives.
 struct Composition::Platform {
     explicit Platform(const LaunchOptions& options)
-        : syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
-          cameras(options.syntheticCameras ? std::vector<CameraService*>{&syntheticCameras}
-                                           : std::vector<CameraService*>{}) {}
+        : devices(clock, options.cameraSources),
+          syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
+                                           : std::vector<CameraService*>{&devices}) {}
 
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    FfmpegCameras devices;
     SyntheticCameras syntheticCameras;
     JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
@@ -139,6 +153,11 @@ struct Composition::Stores {
     Prefs prefs{defaults};
     Devices devices;
     ClassKit classKit;
+    SettingsProfiles profiles{defaults, [this] {
+                                  prefs.reload();
+                                  classKit.reload();
+                                  RecorderController::shared().previewChanged();
+                              }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
@@ -165,9 +184,25 @@ struct Composition::Session {
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
         : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
-          secondCamera({platform.cameras, platform.clock}), countdown(platform.timers),
-          kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder}, stores.prefs, &camera, [this] { return around(); }}),
+          secondCamera({platform.cameras, platform.clock}),
+          bubble({stores.prefs, platform.screens, platform.clock, platform.timers, camera.feed(), &NameTag::image},
+                 {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),
+          secondBubble(
+              {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
+          presenter({stores.prefs,
+                     bubble,
+                     platform.capture,
+                     platform.clock,
+                     platform.timers,
+                     std::make_unique<ThreadQueue>("velmo.presenter"),
+                     {},
+                     ownProcess()}),
+          countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
+          teleprompter({stores.prefs, platform.clock, platform.timers}),
+          controlBar({{recorder, &bubble, &secondBubble, nullptr, &teleprompter},
+                      stores.prefs,
+                      &camera,
+                      [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
@@ -176,9 +211,11 @@ struct Composition::Surfaces {
                       {RecordMode::screenCam, RecordMode::screen, RecordMode::cam},
                       {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
-                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
+          drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
         CameraManager::setShared(&camera);
         SecondCameraManager::setShared(&secondCamera);
+        tieBubbles(platform.displayWatch);
         tieBar();
     }
     ~Surfaces() {
@@ -196,15 +233,35 @@ struct Composition::Surfaces {
         using Material = BarSurroundings::Material;
         BarSurroundings now;
         now.hasVideo = camera.hasVideo();
+        now.hasSecondBubble = secondBubble.visible() || secondBubble.userHidden();
+        now.isDrawing = drawing.drawing();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.scriptVisible = teleprompter.visible();
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
     }
 
+    void bringBubblesToFront() {
+        bubble.bringToFront();
+        secondBubble.bringToFront();
+    }
+
+    void tieBubbles(DisplayWatch& displays) {
+        QObject::connect(&camera, &CameraManager::levelChanged, &bubble, [this] { bubble.setLevel(camera.level()); });
+        displaysChange = displays.observe([this] {
+            bubble.reconnect();
+            secondBubble.reconnect();
+        });
+    }
+
     void tieBar() {
+        QObject::connect(&secondBubble, &SecondBubbleController::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&secondBubble, &SecondBubbleController::userHiddenChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&drawing, &ScreenDrawing::drawingChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
@@ -212,12 +269,18 @@ struct Composition::Surfaces {
 
     CameraManager camera;
     SecondCameraManager secondCamera;
+    BubbleController bubble;
+    SecondBubbleController secondBubble;
+    PresenterWindow presenter;
     CountdownWindow countdown;
     KitPanel kitPanel;
+    Teleprompter teleprompter;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
+    ScreenDrawing drawing;
+    DisplayWatch::Observation displaysChange;
 };
 
 Composition::Composition(const LaunchOptions& options)
@@ -225,6 +288,7 @@ Composition::Composition(const LaunchOptions& options)
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
+    SettingsProfiles::setShared(&stores_->profiles);
     Library::setShared(&stores_->library);
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
@@ -242,6 +306,7 @@ Composition::~Composition() {
     surfaces_.reset();
     session_.reset();
     Library::setShared(nullptr);
+    SettingsProfiles::setShared(nullptr);
     ClassKit::setShared(nullptr);
     Prefs::setShared(nullptr);
 }
@@ -259,14 +324,10 @@ RecorderController& Composition::recorder() {
 }
 
 SessionServices Composition::sessionServices() {
-    return {stores_->prefs,         platform_->clock,
-            platform_->timers,      session_->rescue.alerts(),
-            platform_->application, platform_->screens,
-            platform_->power,       platform_->disk,
-            platform_->capture,     session_->recorders,
-            stores_->devices,       platform_->permissions,
-            stores_->libraryStore,  platform_->mixer,
-            &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
+    return {stores_->prefs,         platform_->clock,    platform_->timers, session_->rescue.alerts(),
+            platform_->application, platform_->screens,  platform_->power,  platform_->disk,
+            platform_->capture,     session_->recorders, stores_->devices,  platform_->permissions,
+            stores_->libraryStore,  platform_->mixer,    &DiagLog::write,   ownProcess()};
 }
 
 SessionSurfaces Composition::sessionSurfaces() {
@@ -275,13 +336,18 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.kitPanel = &surfaces_->kitPanel;
+    surfaces.teleprompter = &surfaces_->teleprompter;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.drawing = &surfaces_->drawing;
     surfaces.inputMonitors = &platform_->inputMonitors;
     surfaces.camera = &surfaces_->camera;
     surfaces.secondCamera = &surfaces_->secondCamera;
+    surfaces.bubble = &surfaces_->bubble;
+    surfaces.secondBubble = &surfaces_->secondBubble;
+    surfaces.presenter = &surfaces_->presenter;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }

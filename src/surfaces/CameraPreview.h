@@ -23,6 +23,11 @@ public:
 
     bool isMirrored() const { return mirrored_; }
     void setMirrored(bool mirrored);
+    /// Of the present picture as the camera gives it; empty without one.
+    QSize pictureSize() const {
+        const FrameRef picture = feed_.picture();
+        return picture ? QSize(picture->width(), picture->height()) : QSize();
+    }
 
     /// The present picture, scaled to fill `pixels` and cut to it: opaque, RGB32, of exactly that size. Dark grey
     /// (white 0.08) without a picture. Made once for each picture and size; the reference is good until the next call.

@@ -1,4 +1,4 @@
-#include "Bubbles.h"
+#include "BubbleStates.h"
 
 #include "base/Clock.h"
 #include "base/SerialQueue.h"
