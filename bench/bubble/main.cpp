@@ -10,6 +10,7 @@
 #include "platform/synthetic/SyntheticCameras.h"
 #include "session/QtTimers.h"
 #include "settings/BubbleSize.h"
+#include "support/PaintCount.h"
 #include "surfaces/BubbleView.h"
 
 #include <QApplication>
@@ -80,17 +81,6 @@ private:
     std::uint8_t first_ = 0;
 };
 
-class PaintCount final : public QObject {
-public:
-    int paints = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-};
-
 struct Case {
     const char* name;
     RingStyle style;
@@ -128,8 +118,7 @@ void measure(const Case& each, const std::vector<FrameRef>& pictures, int second
         each.camera ? timers.repeat(1.0 / 30, [&] { feed.publish(pictures[next++ % kPictures]); }) : nullptr;
     const auto voice = each.talks ? timers.repeat(0.05, [&] { view.setLevel((next * 7 % 20) / 20.0); }) : nullptr;
     bench::pass(1500);
-    PaintCount count;
-    view.installEventFilter(&count);
+    test::PaintCount count(view);
     Damage damage(view.winId());
     const double own = bench::ownCpu();
     const double server = bench::serverCpu();
