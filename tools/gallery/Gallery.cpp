@@ -1,5 +1,6 @@
-// velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
+// velmo-gallery FOLDER [PART]: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "BubbleStates.h"
 #include "PresenterStates.h"
 
 #include "classkit/ClassKit.h"
@@ -33,6 +34,7 @@
 #include <cmath>
 #include <cstdio>
 #include <functional>
+#include <string>
 
 namespace velmo {
 namespace {
@@ -99,6 +101,11 @@ public:
         showPresenter(screens.screens.front(), [this](const QString& name) {
             save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
         });
+        bubbles();
+    }
+
+    void bubbles() {
+        showBubbles([this](const QString& name, const QRect& place) { save(name, [place] { return place; }); }, &wait);
     }
 
 private:
@@ -382,13 +389,18 @@ int main(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     velmo::Look::apply(application);
-    if (count != 2) {
-        std::fprintf(stderr, "usage: velmo-gallery FOLDER\n");
+    if (count < 2) {
+        std::fprintf(stderr, "usage: velmo-gallery FOLDER [bubbles]\n");
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
-    velmo::Gallery(folder).showAll();
+    velmo::Gallery gallery(folder);
+    if (count > 2 && std::string(arguments[2]) == "bubbles") {
+        gallery.bubbles();
+    } else {
+        gallery.showAll();
+    }
     return 0;
 }
