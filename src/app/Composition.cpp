@@ -53,6 +53,7 @@
 #include "settings/Prefs.h"
 #include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
+#include "surfaces/PresenterWindow.h"
 #include "surfaces/RegionPicker.h"
 #include "surfaces/ScreenDrawing.h"
 #include "surfaces/SecondBubbleController.h"
@@ -174,6 +175,14 @@ struct Composition::Surfaces {
                  {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),
           secondBubble(
               {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
+          presenter({stores.prefs,
+                     bubble,
+                     platform.capture,
+                     platform.clock,
+                     platform.timers,
+                     std::make_unique<ThreadQueue>("velmo.presenter"),
+                     {},
+                     static_cast<int>(QCoreApplication::applicationPid())}),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
           controlBar({{recorder, &bubble, &secondBubble}, stores.prefs, &camera, [this] { return around(); }}),
           setupPanel({recorder,
@@ -242,6 +251,7 @@ struct Composition::Surfaces {
     SecondCameraManager secondCamera;
     BubbleController bubble;
     SecondBubbleController secondBubble;
+    PresenterWindow presenter;
     CountdownWindow countdown;
     KitPanel kitPanel;
     ControlBar controlBar; // asks what stands around it
@@ -317,6 +327,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.secondCamera = &surfaces_->secondCamera;
     surfaces.bubble = &surfaces_->bubble;
     surfaces.secondBubble = &surfaces_->secondBubble;
+    surfaces.presenter = &surfaces_->presenter;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
