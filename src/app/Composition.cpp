@@ -41,6 +41,7 @@
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
+#include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
 #include "platform/synthetic/SyntheticCameras.h"
@@ -51,6 +52,7 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "settings/SettingsProfiles.h"
 #include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
 #include "surfaces/PresenterWindow.h"
@@ -59,6 +61,7 @@
 #include "surfaces/SecondBubbleController.h"
 #include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
+#include "surfaces/Teleprompter.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -89,17 +92,23 @@ void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
 
+int ownProcess() {
+    return static_cast<int>(QCoreApplication::applicationPid());
+}
+
 } // namespace
 
 /// What the system gives.
 struct Composition::Platform {
     explicit Platform(const LaunchOptions& options)
-        : syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
-          cameras(options.syntheticCameras ? std::vector<CameraService*>{&syntheticCameras}
-                                           : std::vector<CameraService*>{}) {}
+        : devices(clock, options.cameraSources),
+          syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
+                                           : std::vector<CameraService*>{&devices}) {}
 
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    FfmpegCameras devices;
     SyntheticCameras syntheticCameras;
     JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
@@ -144,6 +153,11 @@ struct Composition::Stores {
     Prefs prefs{defaults};
     Devices devices;
     ClassKit classKit;
+    SettingsProfiles profiles{defaults, [this] {
+                                  prefs.reload();
+                                  classKit.reload();
+                                  RecorderController::shared().previewChanged();
+                              }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
@@ -182,9 +196,13 @@ struct Composition::Surfaces {
                      platform.timers,
                      std::make_unique<ThreadQueue>("velmo.presenter"),
                      {},
-                     static_cast<int>(QCoreApplication::applicationPid())}),
+                     ownProcess()}),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder, &bubble, &secondBubble}, stores.prefs, &camera, [this] { return around(); }}),
+          teleprompter({stores.prefs, platform.clock, platform.timers}),
+          controlBar({{recorder, &bubble, &secondBubble, nullptr, &teleprompter},
+                      stores.prefs,
+                      &camera,
+                      [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
@@ -218,6 +236,7 @@ struct Composition::Surfaces {
         now.hasSecondBubble = secondBubble.visible() || secondBubble.userHidden();
         now.isDrawing = drawing.drawing();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.scriptVisible = teleprompter.visible();
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
     }
@@ -242,6 +261,7 @@ struct Composition::Surfaces {
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
@@ -254,6 +274,7 @@ struct Composition::Surfaces {
     PresenterWindow presenter;
     CountdownWindow countdown;
     KitPanel kitPanel;
+    Teleprompter teleprompter;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
@@ -267,6 +288,7 @@ Composition::Composition(const LaunchOptions& options)
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
+    SettingsProfiles::setShared(&stores_->profiles);
     Library::setShared(&stores_->library);
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
@@ -284,6 +306,7 @@ Composition::~Composition() {
     surfaces_.reset();
     session_.reset();
     Library::setShared(nullptr);
+    SettingsProfiles::setShared(nullptr);
     ClassKit::setShared(nullptr);
     Prefs::setShared(nullptr);
 }
@@ -301,14 +324,10 @@ RecorderController& Composition::recorder() {
 }
 
 SessionServices Composition::sessionServices() {
-    return {stores_->prefs,         platform_->clock,
-            platform_->timers,      session_->rescue.alerts(),
-            platform_->application, platform_->screens,
-            platform_->power,       platform_->disk,
-            platform_->capture,     session_->recorders,
-            stores_->devices,       platform_->permissions,
-            stores_->libraryStore,  platform_->mixer,
-            &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
+    return {stores_->prefs,         platform_->clock,    platform_->timers, session_->rescue.alerts(),
+            platform_->application, platform_->screens,  platform_->power,  platform_->disk,
+            platform_->capture,     session_->recorders, stores_->devices,  platform_->permissions,
+            stores_->libraryStore,  platform_->mixer,    &DiagLog::write,   ownProcess()};
 }
 
 SessionSurfaces Composition::sessionSurfaces() {
@@ -317,6 +336,7 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.kitPanel = &surfaces_->kitPanel;
+    surfaces.teleprompter = &surfaces_->teleprompter;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/synthetic/SyntheticCameras.h"
 
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace velmo {
 
@@ -12,6 +14,8 @@ namespace velmo {
 struct LaunchOptions {
     /// Cameras that need no hardware, beside the real ones.
     std::optional<SyntheticCameras::Options> syntheticCameras;
+    /// Files and filter graphs that stand in for cameras.
+    std::vector<FfmpegCameras::Source> cameraSources;
 
     /// `arguments` begin with the program's name. Ends the program on "--help", "--version" and what it does not know.
     static LaunchOptions parse(const QStringList& arguments);

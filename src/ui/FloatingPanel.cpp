@@ -159,12 +159,14 @@ QPixmap FloatingPanel::paintedFloor() const {
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     const QRectF box = card();
+    const QColor fill = floor_.fill.isValid() ? floor_.fill : Theme::floating();
+    const QColor border = floor_.border.isValid() ? floor_.border : Theme::strongBorder();
     if (composited_) {
         Shadow::paint(painter, box, floor_.radius, *floor_.shadow);
-        Painting::roundedBox(painter, box, floor_.radius, Theme::floating(), Theme::strongBorder());
+        Painting::roundedBox(painter, box, floor_.radius, fill, border);
     } else {
-        painter.fillRect(rect(), Theme::withOpacity(Theme::floating(), 1));
-        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, Theme::strongBorder());
+        painter.fillRect(rect(), Theme::withOpacity(fill, 1));
+        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, border);
     }
     return pixmap;
 }

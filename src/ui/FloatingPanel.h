@@ -2,6 +2,7 @@
 
 #include "ui/Shadow.h"
 
+#include <QColor>
 #include <QPainterPath>
 #include <QPixmap>
 #include <QRegion>
@@ -32,6 +33,8 @@ public:
     struct Floor {
         double radius = 16;
         std::optional<Elevation> shadow = Elevation::floating; ///< absent: the panel paints itself, without a card
+        QColor fill = {};                                      ///< invalid: those of all floating cards
+        QColor border = {};
     };
 
     FloatingPanel(PanelLevel level, Floor floor);

@@ -11,6 +11,7 @@
 #include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "support/FakeMicrophoneLevel.h"
+#include "surfaces/Teleprompter.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -92,6 +93,7 @@ public:
         setup();
         classMaterial();
         controlBar();
+        teleprompter();
         countdownWindow();
         dialogs();
         showPresenter(screens.screens.front(), [this](const QString& name) {
@@ -281,6 +283,45 @@ private:
         wait(200);
         save(QStringLiteral("bar-camera-only"), barPlace);
         prefs.mode = RecordMode::screen;
+    }
+
+    void teleprompter() {
+        QtTimers realTimers;
+        Teleprompter prompter({prefs, HostClock::shared(), realTimers});
+        const auto place = [] {
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible() && window->windowTitle().endsWith(QStringLiteral("guion"))) {
+                    return window->geometry();
+                }
+            }
+            return QRect();
+        };
+        prefs.scriptText =
+            QStringLiteral("Para empezar quiero contestar una pregunta sencilla: ¿qué pasa con la función si muevo "
+                           "solo una variable? Eso es una derivada parcial. Imaginen que caminan por una ladera: hacia "
+                           "el norte sube, hacia el este baja. La derivada parcial mide cada camino por su lado.");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-begin"), place);
+        prompter.play();
+        wait(1300);
+        save(QStringLiteral("prompter-playing"), place);
+        prompter.pause();
+        for (int i = 0; i < 3; ++i) {
+            prompter.smallerText();
+        }
+        save(QStringLiteral("prompter-small-letters"), place);
+        for (int i = 0; i < 10; ++i) {
+            prompter.biggerText();
+        }
+        save(QStringLiteral("prompter-large-letters"), place);
+        prefs.prompterFont = 28;
+        prompter.hide();
+        prefs.scriptText =
+            QStringLiteral("שלום לכולם, היום נלמד על נגזרות חלקיות. مرحبا بكم في درس اليوم عن المشتقات.\n\n"
+                           "Supercalifragilisticoespialidosamenteinterminablementelargoysinespacios 3 × 4");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-scripts"), place);
+        prompter.hide();
     }
 
     void countdownWindow() {
