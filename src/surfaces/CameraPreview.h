@@ -19,8 +19,8 @@ public:
     bool isMirrored() const { return mirrored_; }
     void setMirrored(bool mirrored);
 
-    /// The present picture, scaled to fill `pixels` and cut to it: opaque, RGB32, of exactly that size. Dark grey (white
-    /// 0.08) without a picture. Made once for each picture and size; the reference is good until the next call.
+    /// The present picture, scaled to fill `pixels` and cut to it: opaque, RGB32, of exactly that size. Dark grey
+    /// (white 0.08) without a picture. Made once for each picture and size; the reference is good until the next call.
     const QImage& image(QSize pixels);
 
 signals:
