@@ -1,7 +1,7 @@
 #include "surfaces/internal/Ink.h"
 
 #include "surfaces/HandDrawnShape.h"
-#include "surfaces/internal/LaserGlow.h"
+#include "surfaces/internal/LaserPicture.h"
 
 #include <QPainter>
 #include <QPen>
@@ -224,7 +224,7 @@ double reach(const DrawingItem& item) {
     case DrawingKind::highlighter:
         return item.width * std::numbers::sqrt2 / 2 + kSoftEdge; // corners of its square ends
     case DrawingKind::laser:
-        return item.width / 2 + LaserGlow::kReach + kSoftEdge;
+        return item.width / 2 + LaserPicture::kReach + kSoftEdge;
     default:
         return item.width / 2 + kSoftEdge;
     }
@@ -233,6 +233,15 @@ double reach(const DrawingItem& item) {
 QPainterPath smoothPath(const QList<Point>& points, const Area& area, double reach) {
     return smoothPathThrough(
         points.size(), [&points](qsizetype i) { return pointOf(points[i]); }, area, reach);
+}
+
+void paintLaserLine(QPainter& painter, const DrawingItem& laser, double alpha, const Area& area) {
+    stroke(painter, smoothPath(laser.points, area, reach(laser)), penOf(laser.color, alpha, laser.width));
+}
+
+void paintLaserCore(QPainter& painter, const DrawingItem& laser, double alpha, const Area& area) {
+    stroke(painter, smoothPath(laser.points, area, reach(laser)),
+           penOf(Qt::white, 0.85 * alpha, std::max(laser.width * 0.35, 1.5)));
 }
 
 void paint(QPainter& painter, const DrawingItem& item, double alpha, const Area& area) {
@@ -245,13 +254,12 @@ void paint(QPainter& painter, const DrawingItem& item, double alpha, const Area&
         paintFountain(painter, item, alpha, area);
     } else if (item.kind == DrawingKind::nib) {
         paintNib(painter, item, alpha, area);
+    } else if (item.kind == DrawingKind::laser) {
+        paintLaserLine(painter, item, alpha, area);
+        paintLaserCore(painter, item, alpha, area);
     } else {
-        const QPainterPath path = smoothPath(item.points, area, reach(item));
-        const bool square = item.kind == DrawingKind::highlighter;
-        stroke(painter, path, penOf(item.color, alpha, item.width, square ? Qt::SquareCap : Qt::RoundCap));
-        if (item.kind == DrawingKind::laser) { // a hot core
-            stroke(painter, path, penOf(Qt::white, 0.85 * alpha, std::max(item.width * 0.35, 1.5)));
-        }
+        const Qt::PenCapStyle cap = item.kind == DrawingKind::highlighter ? Qt::SquareCap : Qt::RoundCap;
+        stroke(painter, smoothPath(item.points, area, reach(item)), penOf(item.color, alpha, item.width, cap));
     }
 }
 
