@@ -7,7 +7,6 @@
 #include <QPen>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -105,6 +104,26 @@ QPointF softened(const QList<Point>& points, qsizetype k) {
     return (pointOf(points[k - 1]) + 2 * pointOf(points[k]) + pointOf(points[std::min(k + 1, last)])) / 4;
 }
 
+/// The ribbon that the nib's edge sweeps over. One path, and all pieces turn the same way: filled one by one, soft
+/// edges would show where they meet.
+QPainterPath nibFacets(const QList<Point>& points, double width, const Area& area, double reachOfItem) {
+    QPainterPath facets;
+    facets.setFillRule(Qt::WindingFill);
+    const QPointF nib(width * std::cos(kNibAngle), width * std::sin(kNibAngle));
+    QPointF from = softened(points, 0);
+    for (qsizetype k = 1; k < points.size(); ++k) {
+        const QPointF to = softened(points, k);
+        if (area.touches(boxAround({from, to}, reachOfItem))) {
+            const QPointF way = to - from;
+            const QPointF edge = nib.x() * way.y() < nib.y() * way.x() ? -nib : nib;
+            facets.addPolygon(QPolygonF({from - edge, from + edge, to + edge, to - edge}));
+            facets.closeSubpath();
+        }
+        from = to;
+    }
+    return facets;
+}
+
 void paintNib(QPainter& painter, const DrawingItem& item, double alpha, const Area& area) {
     const QList<Point>& points = item.points;
     const double width = item.width * kNibWidth;
@@ -113,16 +132,7 @@ void paintNib(QPainter& painter, const DrawingItem& item, double alpha, const Ar
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.color());
     painter.drawEllipse(pointOf(points[0]), width * 1.1 / 2, width * 1.1 / 2);
-    const QPointF nib(width * std::cos(kNibAngle), width * std::sin(kNibAngle));
-    QPointF from = softened(points, 0);
-    for (qsizetype k = 1; k < points.size(); ++k) {
-        const QPointF to = softened(points, k);
-        if (area.touches(boxAround({from, to}, reachOfItem))) {
-            const std::array facet{from - nib, from + nib, to + nib, to - nib};
-            painter.drawConvexPolygon(facet.data(), static_cast<int>(facet.size()));
-        }
-        from = to;
-    }
+    painter.drawPath(nibFacets(points, width, area, reachOfItem));
     painter.setBrush(Qt::NoBrush);
     const auto at = [&points](qsizetype k) { return softened(points, k); };
     stroke(painter, smoothPathThrough(points.size(), at, area, reachOfItem), pen); // hides the facets

@@ -53,8 +53,11 @@ TEST(ScreenDrawing, TheTablesAreTheGivenOnes) {
     EXPECT_EQ(desk.drawing.tool(), DrawingTool::pen);
     EXPECT_EQ(desk.drawing.currentColor(), ScreenDrawing::colors[0]);
     EXPECT_EQ(desk.drawing.currentWidth(), 5);
+    desk.ready();
     desk.drawing.setWidthIndex(5);
     EXPECT_EQ(desk.drawing.currentWidth(), 9);
+    desk.drawing.setColorIndex(-1);
+    EXPECT_EQ(desk.drawing.currentColor(), ScreenDrawing::colors[7]);
 }
 
 TEST(ScreenDrawing, StartingWithoutWindowsDoesNothing) {
