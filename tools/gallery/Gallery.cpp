@@ -13,6 +13,9 @@
 #include "session/QtTimers.h"
 #include "support/FakeMicrophoneLevel.h"
 #include "surfaces/Teleprompter.h"
+#include "surfaces/DrawingPalette.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/internal/DrawingOverlay.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -27,6 +30,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QTimer>
@@ -98,6 +102,7 @@ public:
         teleprompter();
         countdownWindow();
         dialogs();
+        drawing();
         showPresenter(screens.screens.front(), [this](const QString& name) {
             save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
         });
@@ -375,6 +380,99 @@ private:
                 QStringLiteral("Y un texto <b>con formato</b> y un <a href=\"https://velmo.example\">enlace</a>."),
                 {QStringLiteral("Continuar"), QStringLiteral("Otra respuesta"), QStringLiteral("Cancelar")},
                 First::isDefault});
+    }
+
+    void drawing() {
+        QtTimers realTimers;
+        ScreenDrawing all({HostClock::shared(), realTimers, {}});
+        all.prepare(screens.screens.front());
+        all.parkPrepared();
+        all.startDrawing();
+        const auto place = [&all] { return all.palette()->cardGeometry(); };
+        QCursor::setPos(0, 0);
+        save(QStringLiteral("palette"), place);
+        const auto controlAt = [&all](const char* name) {
+            for (QAbstractButton* control : all.palette()->findChildren<QAbstractButton*>()) {
+                if (control->accessibleName() == QString::fromUtf8(name)) {
+                    return control;
+                }
+            }
+            return static_cast<QAbstractButton*>(nullptr);
+        };
+        for (const char* name : {"Resaltador", "Azul", "Trazo grueso", "Borrar todo", "Listo"}) {
+            QAbstractButton* control = controlAt(name);
+            QCursor::setPos(control->mapToGlobal(control->rect().center()));
+            save(QStringLiteral("palette-hover-%1").arg(QString::fromUtf8(name)), place);
+        }
+        QCursor::setPos(0, 0);
+        for (const char* name : {"Puntero láser", "Blanco", "Trazo fino", "Listo"}) {
+            controlAt(name)->setDown(true);
+        }
+        save(QStringLiteral("palette-pressed"), place);
+        for (const char* name : {"Puntero láser", "Blanco", "Trazo fino", "Listo"}) {
+            controlAt(name)->setDown(false);
+        }
+        for (int i = 0; i < 8; ++i) {
+            all.setColorIndex(i);
+            all.setWidthIndex(i);
+            all.setTool(allCases<DrawingTool>()[static_cast<std::size_t>(i + 2)]);
+            save(QStringLiteral("palette-choice-%1").arg(i), place);
+        }
+        inkSheet(all);
+    }
+
+    static void draw(ScreenDrawing& all, const QList<QPointF>& through, bool release = true) {
+        const auto send = [&all](QEvent::Type type, QPointF at) {
+            QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&all.overlay()->view(), &event);
+            wait(2);
+        };
+        send(QEvent::MouseButtonPress, through.first());
+        for (const QPointF& at : through) {
+            send(QEvent::MouseMove, at);
+        }
+        if (release) {
+            send(QEvent::MouseButtonRelease, through.last());
+        }
+    }
+
+    /// Every tool over bright and over dark, in three widths.
+    void inkSheet(ScreenDrawing& all) {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const double unit = screen.height() / 12.0;
+        const auto wave = [&](double x, double y) {
+            QList<QPointF> points;
+            for (int i = 0; i < 60; ++i) {
+                points.append({x + i * unit / 15, y + unit * 0.35 * std::sin(i / 4.0) * (1 - i / 90.0)});
+            }
+            return points;
+        };
+        int column = 0;
+        for (const double left : {0.02, 0.35, 0.52, 0.85}) {
+            const double x = screen.width() * left;
+            for (int i = 0; i < 9; ++i) {
+                const auto tool = allCases<DrawingTool>()[static_cast<std::size_t>(i)];
+                all.setTool(tool);
+                all.setColorIndex(i % 7);
+                all.setWidthIndex(column);
+                const double y = unit * (i + 2);
+                if (isShape(tool)) {
+                    draw(all, {{x, y - unit * 0.3}, {x + 2 * unit, y + unit * 0.3}});
+                } else if (tool != DrawingTool::laser) {
+                    draw(all, wave(x, y));
+                }
+            }
+            ++column;
+        }
+        all.setTool(DrawingTool::laser);
+        for (const double left : {0.02, 0.52}) {
+            all.setColorIndex(left < 0.5 ? 0 : 3);
+            draw(all, wave(screen.width() * left, unit * 6));
+        }
+        all.setColorIndex(5);
+        draw(all, wave(screen.width() * 0.35, unit * 6), false);
+        const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(0);
+        picture.save(folder_.filePath(QStringLiteral("drawing.png")));
     }
 
     QDir folder_;
