@@ -1,5 +1,7 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "PresenterStates.h"
+
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
@@ -9,6 +11,7 @@
 #include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "support/FakeMicrophoneLevel.h"
+#include "surfaces/Teleprompter.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -90,8 +93,12 @@ public:
         setup();
         classMaterial();
         controlBar();
+        teleprompter();
         countdownWindow();
         dialogs();
+        showPresenter(screens.screens.front(), [this](const QString& name) {
+            save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
+        });
     }
 
 private:
@@ -229,7 +236,8 @@ private:
 
     void controlBar() {
         test::FakeMicrophoneLevel microphone;
-        ControlBar bar(*controller, &microphone);
+        BarSurroundings around;
+        ControlBar bar({{*controller}, prefs, &microphone, [&around] { return around; }});
         record();
         advance(767);
         const Screen screen = screens.screens.front();
@@ -237,7 +245,8 @@ private:
         bar.show(screen);
         microphone.say(kSpeaking);
         save(QStringLiteral("bar-recording"), barPlace);
-        bar.setMaterial(BarState::Material::shown);
+        around.material = BarSurroundings::Material::shown;
+        bar.refresh();
         save(QStringLiteral("bar-material"), barPlace);
         controller->addMarker();
         save(QStringLiteral("bar-marker"), barPlace);
@@ -252,6 +261,67 @@ private:
         controller->togglePause();
         advance(3500);
         save(QStringLiteral("bar-hour"), barPlace);
+        fullBar(bar, around, barPlace);
+    }
+
+    /// Every control that there is.
+    template <typename Place>
+    void fullBar(ControlBar& bar, BarSurroundings& around, const Place& barPlace) {
+        prefs.mode = RecordMode::screenCam;
+        prefs.scriptText = QStringLiteral("Buenos días");
+        around = {true, true, false, true, true, false, false, BarSurroundings::Material::hidden};
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-full"), barPlace);
+        controller->toggleZoom();
+        around.scriptVisible = true;
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-zoom"), barPlace);
+        controller->toggleZoom();
+        prefs.mode = RecordMode::cam;
+        wait(200);
+        save(QStringLiteral("bar-camera-only"), barPlace);
+        prefs.mode = RecordMode::screen;
+    }
+
+    void teleprompter() {
+        QtTimers realTimers;
+        Teleprompter prompter({prefs, HostClock::shared(), realTimers});
+        const auto place = [] {
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible() && window->windowTitle().endsWith(QStringLiteral("guion"))) {
+                    return window->geometry();
+                }
+            }
+            return QRect();
+        };
+        prefs.scriptText =
+            QStringLiteral("Para empezar quiero contestar una pregunta sencilla: ¿qué pasa con la función si muevo "
+                           "solo una variable? Eso es una derivada parcial. Imaginen que caminan por una ladera: hacia "
+                           "el norte sube, hacia el este baja. La derivada parcial mide cada camino por su lado.");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-begin"), place);
+        prompter.play();
+        wait(1300);
+        save(QStringLiteral("prompter-playing"), place);
+        prompter.pause();
+        for (int i = 0; i < 3; ++i) {
+            prompter.smallerText();
+        }
+        save(QStringLiteral("prompter-small-letters"), place);
+        for (int i = 0; i < 10; ++i) {
+            prompter.biggerText();
+        }
+        save(QStringLiteral("prompter-large-letters"), place);
+        prefs.prompterFont = 28;
+        prompter.hide();
+        prefs.scriptText =
+            QStringLiteral("שלום לכולם, היום נלמד על נגזרות חלקיות. مرحبا بكم في درس اليوم عن المشتقات.\n\n"
+                           "Supercalifragilisticoespialidosamenteinterminablementelargoysinespacios 3 × 4");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-scripts"), place);
+        prompter.hide();
     }
 
     void countdownWindow() {

@@ -1,4 +1,4 @@
-#include "app/ActionItem.h"
+#include "ui/ActionItem.h"
 
 #include <utility>
 
