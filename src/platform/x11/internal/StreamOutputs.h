@@ -3,8 +3,8 @@
 #include "base/Result.h"
 #include "base/SerialQueue.h"
 #include "media/Sample.h"
-#include "platform/ScreenCapture.h"
 #include "platform/CallGate.h"
+#include "platform/ScreenCapture.h"
 
 #include <array>
 #include <memory>
