@@ -12,6 +12,10 @@
 
 namespace velmo {
 
+/// Domain of errors of media files. Codes below the first own one are the system's numbers: what the disk did.
+inline constexpr const char* kMediaErrorDomain = "velmo.media";
+inline constexpr int kFirstMediaError = 1001;
+
 /// H.264 High, no frame reordering, Rec. 709 tags. Sizes in pixels, rates per second.
 struct VideoSettings {
     int width = 0;
@@ -43,8 +47,9 @@ public:
 };
 
 /// Writes one file. Inputs are added first, then `startWriting`, `startSession`, samples, `finishWriting`.
-/// The file grows as samples come and can be made whole at any moment; finishing does not copy it. The destructor ends all threads of the writer; it may
-/// run on any thread but the writer's own, and leaves the file of an unfinished recording where it is.
+/// The file grows as samples come and can be made whole at any moment; finishing does not copy it. The destructor ends
+/// all threads of the writer; it may run on any thread but the writer's own, and leaves the file of an unfinished
+/// recording where it is.
 class AssetWriter {
 public:
     virtual ~AssetWriter() = default;

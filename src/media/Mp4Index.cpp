@@ -266,9 +266,8 @@ void Mp4Index::holdPictureUntil(std::int64_t microseconds) {
 }
 
 bool Mp4Index::hasPictures() const {
-    return std::any_of(tracks_.begin(), tracks_.end(), [](const Track& track) {
-        return track.format.kind == Kind::video && !track.samples.isEmpty();
-    });
+    return std::any_of(tracks_.begin(), tracks_.end(),
+                       [](const Track& track) { return track.format.kind == Kind::video && !track.samples.isEmpty(); });
 }
 
 std::int64_t Mp4Index::duration() const {

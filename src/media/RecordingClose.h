@@ -13,9 +13,9 @@ namespace velmo {
 /// What the journal tells of a recording, beside what lies in the video.
 struct JournalSummary {
     std::vector<JournalTrack> tracks;
-    std::vector<RecordingMark> marks; ///< in order of making
-    std::int64_t microseconds = 0;    ///< the longest that it was known to last
-    std::int64_t syncedEnd = 0;       ///< bytes of the video that are known to have reached the disk
+    std::vector<RecordingMark> marks;     ///< in order of making
+    std::int64_t microseconds = 0;        ///< the longest that it was known to last
+    std::int64_t syncedEnd = 0;           ///< bytes of the video that are known to have reached the disk
     std::optional<std::int64_t> finished; ///< the video has its index and plays so many microseconds
 };
 

@@ -57,10 +57,9 @@ std::optional<Path> findVideo(const Path& named, const RecordingId& id) {
 /// Under its own name again, or under one like it when that is taken.
 Result<Path> broughtBack(const Path& aside, const Path& named) {
     for (int n = 1;; ++n) {
-        const Path target =
-            n == 1 ? named
-                   : named.parent_path() /
-                         (named.stem().native() + " (" + std::to_string(n) + ")" + named.extension().native());
+        const Path target = n == 1 ? named
+                                   : named.parent_path() / (named.stem().native() + " (" + std::to_string(n) + ")" +
+                                                            named.extension().native());
         if (::renameat2(AT_FDCWD, aside.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
             return target;
         }
@@ -79,7 +78,7 @@ Result<void> noteFinished(int journal, std::int64_t microseconds) {
     const off_t end = ::lseek(journal, 0, SEEK_END);
     const ssize_t count = ::pwrite(journal, record.data(), record.size(), end);
     return count == static_cast<ssize_t>(record.size()) && ::fdatasync(journal) == 0 ? Result<void>()
-                                                                                       : posixError(errno);
+                                                                                     : posixError(errno);
 }
 
 /// The video's length in microseconds; 0 when it holds no picture.
@@ -116,7 +115,7 @@ Outcome unusable(const Path& journal, JournalReader::State state, const Path& na
     case JournalReader::State::torn:
         // Made in the last moment: a video that is there is of that moment too when it is empty, else of another.
         return nothingLeft(journal, std::filesystem::file_size(named, unknown) == 0 && !unknown ? std::optional(named)
-                                                                                               : std::nullopt);
+                                                                                                : std::nullopt);
     case JournalReader::State::unusable:
         static_cast<void>(keepDamagedFileAside(journal));
         return std::optional<RepairedRecording>();
@@ -182,7 +181,8 @@ Result<std::optional<RepairedRecording>> repairRecording(const std::filesystem::
         video = std::move(back).value();
     }
     syncFolder(journal.parent_path());
-    return std::optional(RepairedRecording{video.value_or(*named), journal, static_cast<double>(microseconds) / 1e6, summary.marks, lock});
+    return std::optional(RepairedRecording{video.value_or(*named), journal, static_cast<double>(microseconds) / 1e6,
+                                           summary.marks, lock});
 }
 
 void forget(const RepairedRecording& recording) {

@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "compositor/BubbleInfo.h"
 #include "media/PixelBuffer.h"
+#include "media/RecordingMark.h"
 #include "platform/ScreenCapture.h"
 
 #include <filesystem>
@@ -67,6 +68,8 @@ public:
     /// To be called with the host-clock seconds of each movement of a mouse button. Any thread, also when the recorder
     /// has gone: it then does nothing.
     virtual std::function<void(double time)> clickNoter() = 0;
+    /// A mark that the recording is to have also when this process does not live to save it.
+    virtual void noteMark(RecordingMark mark) = 0;
     virtual void pause() = 0;
     virtual void resume() = 0;
     /// Ends capture and finishes the file.

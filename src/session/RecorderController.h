@@ -5,6 +5,7 @@
 #include "classkit/Chapter.h"
 #include "platform/InputMonitors.h"
 #include "session/CaptureTarget.h"
+#include "session/DiskGuard.h"
 #include "session/Scene.h"
 #include "session/SessionServices.h"
 
@@ -218,6 +219,10 @@ private:
     std::optional<double> microphoneLevel() const;
     void setRegion(bool on);
 
+    // SessionDisk.cpp
+    void startDiskWatch();
+    void checkDisk();
+
     // ZoomControl.cpp
     void startZoomTracking(const Screen& screen);
     void zoomTick();
@@ -260,6 +265,9 @@ private:
     double accumulated_ = 0;
     std::optional<double> segmentStart_;
     std::unique_ptr<MainTimer> ticker_;
+    std::unique_ptr<MainTimer> diskTimer_;
+    DiskGuard diskGuard_;
+    std::optional<QString> endedBy_; ///< what the disk did, when that ends the recording
     std::optional<Screen> recordingScreen_;
     std::map<int, CaptureWindow> overlayWindows_;
     std::map<int, Size> overlaySizes_;

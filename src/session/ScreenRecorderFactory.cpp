@@ -50,6 +50,7 @@ public:
             }
         };
     }
+    void noteMark(RecordingMark mark) override { recorder_.noteMark(std::move(mark)); }
     void pause() override { recorder_.pause(); }
     void resume() override { recorder_.resume(); }
     void stop(FileCompletion completion) override { recorder_.stop(std::move(completion)); }

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cctype>
 #include <utility>
 
 namespace velmo::internal {
@@ -78,6 +79,71 @@ std::optional<Meta> entryFromJson(const QJsonValue& json) {
     return usable ? std::optional(std::move(entry)) : std::nullopt;
 }
 
+/// False when there was something else among them.
+bool takeEntries(const QJsonObject& object, MetaByName& entries) {
+    bool areAll = true;
+    for (auto each = object.begin(); each != object.end(); ++each) {
+        if (auto entry = entryFromJson(each.value())) {
+            entries.insert_or_assign(nameFromKey(each.key()), std::move(*entry));
+        } else {
+            areAll = false;
+        }
+    }
+    return areAll;
+}
+
+/// Behind the string that begins at `at`; -1 when it does not end.
+qsizetype endOfString(const QByteArray& json, qsizetype at) {
+    for (++at; at < json.size(); ++at) {
+        if (json[at] == '\\') {
+            ++at;
+        } else if (json[at] == '"') {
+            return at + 1;
+        }
+    }
+    return -1;
+}
+
+/// Behind the object that begins at `at`; -1 when it does not end.
+qsizetype endOfObject(const QByteArray& json, qsizetype at) {
+    int depth = 0;
+    while (at >= 0 && at < json.size()) {
+        if (json[at] == '"') {
+            at = endOfString(json, at);
+            continue;
+        }
+        depth += json[at] == '{' ? 1 : json[at] == '}' ? -1 : 0;
+        ++at;
+        if (depth == 0) {
+            return at;
+        }
+    }
+    return -1;
+}
+
+/// Looks for each `"name": {...}` below the outermost brace and reads it by itself.
+MetaByName entriesOfDamaged(const QByteArray& json) {
+    MetaByName entries;
+    qsizetype at = json.indexOf('"');
+    while (at >= 0) {
+        const qsizetype nameEnd = endOfString(json, at);
+        if (nameEnd < 0) {
+            break;
+        }
+        qsizetype value = nameEnd;
+        while (value < json.size() && (json[value] == ':' || std::isspace(static_cast<unsigned char>(json[value])))) {
+            ++value;
+        }
+        const bool opens = value > nameEnd && value < json.size() && json[value] == '{';
+        const qsizetype end = opens ? endOfObject(json, value) : -1;
+        if (end > 0) {
+            takeEntries(QJsonDocument::fromJson('{' + json.mid(at, end - at) + '}').object(), entries);
+        }
+        at = json.indexOf('"', end > 0 ? end : nameEnd);
+    }
+    return entries;
+}
+
 } // namespace
 
 QByteArray jsonFromMeta(const MetaByName& meta) {
@@ -88,21 +154,14 @@ QByteArray jsonFromMeta(const MetaByName& meta) {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
-std::optional<MetaByName> metaFromJson(const QByteArray& json) {
+MetaReading metaFromJson(const QByteArray& json) {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     if (!document.isObject()) {
-        return std::nullopt;
+        return {entriesOfDamaged(json), false};
     }
-    const QJsonObject object = document.object();
-    MetaByName meta;
-    for (auto each = object.begin(); each != object.end(); ++each) {
-        auto entry = entryFromJson(each.value());
-        if (!entry) {
-            return std::nullopt;
-        }
-        meta.emplace(nameFromKey(each.key()), std::move(*entry));
-    }
-    return meta;
+    MetaReading reading;
+    reading.isWhole = takeEntries(document.object(), reading.entries);
+    return reading;
 }
 
 } // namespace velmo::internal

@@ -15,7 +15,7 @@ struct FfmpegWriterOptions {
     EncoderPreset preset = EncoderPreset::veryfast; ///< where it starts; under sustained load it steps down
     std::int64_t minimumFreeBytes = 32 << 20;       ///< free disk space at which recording ends by itself
     bool keepsJournal = false; ///< after a good end, for whoever brings the recording into the library
-    std::function<void(const std::string&)> log;    ///< one line for the diagnostics log; called on encoder threads
+    std::function<void(const std::string&)> log; ///< one line for the diagnostics log; called on encoder threads
 };
 
 } // namespace velmo

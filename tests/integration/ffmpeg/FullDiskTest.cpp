@@ -1,8 +1,8 @@
 #include "Material.h"
 #include "Probe.h"
 
-#include "media/RecordingRepair.h"
 #include "media/RecordingJournal.h"
+#include "media/RecordingRepair.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 
 #include <gtest/gtest.h>
@@ -186,8 +186,9 @@ TEST(DiskThatFails, AndStaysSoMakesTheWriterFailWithWordsAndKeepsTheRecordingFor
     std::signal(SIGXFSZ, ignored);
     EXPECT_TRUE(outcome.interrupted);
     EXPECT_EQ(outcome.status, WriterStatus::failed);
-    EXPECT_EQ(outcome.told.text, "El archivo es demasiado grande para este disco. Lo grabado se conserva y se intentará "
-                          "recuperar al volver a abrir Velmo Studio.");
+    EXPECT_EQ(outcome.told.text,
+              "El archivo es demasiado grande para este disco. Lo grabado se conserva y se intentará "
+              "recuperar al volver a abrir Velmo Studio.");
     EXPECT_FALSE(std::filesystem::exists(folder / "a.mp4")) << "whoever is told may delete what is there";
 
     const auto repaired = repairRecording(journalOf(folder / "a.mp4"));
