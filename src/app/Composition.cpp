@@ -7,20 +7,22 @@
 #include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
 #include "app/GrantedPermissions.h"
+#include "app/LaunchOptions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
+#include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
 #include "app/RecoveryNotice.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
-#include "app/ThirdPartyNotices.h"
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
+#include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/Recovery.h"
@@ -28,8 +30,8 @@
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
+#include "platform/JoinedCameras.h"
 #include "platform/desktop/DesktopFileActions.h"
 #include "platform/desktop/QtDelayedCalls.h"
 #include "platform/desktop/QtDisplayReconfiguration.h"
@@ -41,8 +43,10 @@
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
+#include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/synthetic/SyntheticCameras.h"
 #include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
@@ -50,8 +54,16 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "settings/SettingsProfiles.h"
+#include "surfaces/BubbleController.h"
+#include "surfaces/CameraManager.h"
+#include "surfaces/PresenterWindow.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/SecondBubbleController.h"
+#include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
+#include "surfaces/Teleprompter.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -59,6 +71,7 @@
 #include <syslog.h>
 
 #include <string>
+#include <vector>
 
 namespace velmo {
 namespace {
@@ -82,12 +95,25 @@ void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
 
+int ownProcess() {
+    return static_cast<int>(QCoreApplication::applicationPid());
+}
+
 } // namespace
 
 /// What the system gives.
 struct Composition::Platform {
+    explicit Platform(const LaunchOptions& options)
+        : devices(clock, options.cameraSources),
+          syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
+                                           : std::vector<CameraService*>{&devices}) {}
+
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    FfmpegCameras devices;
+    SyntheticCameras syntheticCameras;
+    JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
     X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
@@ -114,7 +140,7 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
+        : devices(&platform.cameras, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}),
           recoveryMixer(makeMixer(platform.readers, platform.passthroughWriters)),
@@ -134,6 +160,11 @@ struct Composition::Stores {
     Prefs prefs{defaults};
     Devices devices;
     ClassKit classKit;
+    SettingsProfiles profiles{defaults, [this] {
+                                  prefs.reload();
+                                  classKit.reload();
+                                  RecorderController::shared().previewChanged();
+                              }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
@@ -162,18 +193,44 @@ struct Composition::Session {
 /// What stands around a recording on the screen.
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
-        : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
-          controlBar(recorder, &microphone), kitPanel(stores.classKit, recorder, platform.screens),
+        : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
+          secondCamera({platform.cameras, platform.clock}),
+          bubble({stores.prefs, platform.screens, platform.clock, platform.timers, camera.feed(), &NameTag::image},
+                 {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),
+          secondBubble(
+              {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
+          presenter({stores.prefs,
+                     bubble,
+                     platform.capture,
+                     platform.clock,
+                     platform.timers,
+                     std::make_unique<ThreadQueue>("velmo.presenter"),
+                     {},
+                     ownProcess()}),
+          countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
+          teleprompter({stores.prefs, platform.clock, platform.timers}),
+          controlBar({{recorder, &bubble, &secondBubble, nullptr, &teleprompter},
+                      stores.prefs,
+                      &camera,
+                      [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
                       platform.screens,
-                      microphone,
-                      {RecordMode::screen},
+                      camera,
+                      {RecordMode::screenCam, RecordMode::screen, RecordMode::cam},
                       {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
-                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
-        tieMaterial(stores.classKit);
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
+          drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
+        CameraManager::setShared(&camera);
+        SecondCameraManager::setShared(&secondCamera);
+        tieBubbles(platform.displayWatch);
+        tieBar();
+    }
+    ~Surfaces() {
+        SecondCameraManager::setShared(nullptr);
+        CameraManager::setShared(nullptr);
     }
 
     static SetupPanel::Section kitSection(ClassKit& kit) {
@@ -182,32 +239,66 @@ struct Composition::Surfaces {
                 [&kit] { return new KitSetupSection(kit); }};
     }
 
-    /// The bar's button follows the list and the panel.
-    void tieMaterial(const ClassKit& kit) {
-        const auto show = [this, &kit] {
-            using Material = BarState::Material;
-            const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
-            controlBar.setMaterial(kit.items().empty() ? Material::none : there);
-        };
-        QObject::connect(&kit, &ClassKit::itemsChanged, &controlBar, show);
-        QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, show);
-        show();
+    BarSurroundings around() const {
+        using Material = BarSurroundings::Material;
+        BarSurroundings now;
+        now.hasVideo = camera.hasVideo();
+        now.hasSecondBubble = secondBubble.visible() || secondBubble.userHidden();
+        now.isDrawing = drawing.drawing();
+        const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.scriptVisible = teleprompter.visible();
+        now.material = classKit.items().empty() ? Material::none : there;
+        return now;
     }
 
-    MicrophoneMonitor microphone;
+    void bringBubblesToFront() {
+        bubble.bringToFront();
+        secondBubble.bringToFront();
+    }
+
+    void tieBubbles(DisplayWatch& displays) {
+        QObject::connect(&camera, &CameraManager::levelChanged, &bubble, [this] { bubble.setLevel(camera.level()); });
+        displaysChange = displays.observe([this] {
+            bubble.reconnect();
+            secondBubble.reconnect();
+        });
+    }
+
+    void tieBar() {
+        QObject::connect(&secondBubble, &SecondBubbleController::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&secondBubble, &SecondBubbleController::userHiddenChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&drawing, &ScreenDrawing::drawingChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
+        controlBar.refresh();
+    }
+
+    const ClassKit& classKit;
+
+    CameraManager camera;
+    SecondCameraManager secondCamera;
+    BubbleController bubble;
+    SecondBubbleController secondBubble;
+    PresenterWindow presenter;
     CountdownWindow countdown;
-    ControlBar controlBar;
     KitPanel kitPanel;
+    Teleprompter teleprompter;
+    ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
+    ScreenDrawing drawing;
+    DisplayWatch::Observation displaysChange;
 };
 
-Composition::Composition()
-    : platform_(std::make_unique<Platform>()), stores_(std::make_unique<Stores>(*platform_)),
+Composition::Composition(const LaunchOptions& options)
+    : platform_(std::make_unique<Platform>(options)), stores_(std::make_unique<Stores>(*platform_)),
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
+    SettingsProfiles::setShared(&stores_->profiles);
     Library::setShared(&stores_->library);
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
@@ -228,6 +319,7 @@ Composition::~Composition() {
     surfaces_.reset();
     session_.reset();
     Library::setShared(nullptr);
+    SettingsProfiles::setShared(nullptr);
     ClassKit::setShared(nullptr);
     Prefs::setShared(nullptr);
 }
@@ -245,14 +337,10 @@ RecorderController& Composition::recorder() {
 }
 
 SessionServices Composition::sessionServices() {
-    return {stores_->prefs,         platform_->clock,
-            platform_->timers,      session_->rescue.alerts(),
-            platform_->application, platform_->screens,
-            platform_->power,       platform_->disk,
-            platform_->capture,     session_->recorders,
-            stores_->devices,       platform_->permissions,
-            stores_->libraryStore,  platform_->mixer,
-            &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
+    return {stores_->prefs,         platform_->clock,    platform_->timers, session_->rescue.alerts(),
+            platform_->application, platform_->screens,  platform_->power,  platform_->disk,
+            platform_->capture,     session_->recorders, stores_->devices,  platform_->permissions,
+            stores_->libraryStore,  platform_->mixer,    &DiagLog::write,   ownProcess()};
 }
 
 SessionSurfaces Composition::sessionSurfaces() {
@@ -261,12 +349,18 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.kitPanel = &surfaces_->kitPanel;
+    surfaces.teleprompter = &surfaces_->teleprompter;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.drawing = &surfaces_->drawing;
     surfaces.inputMonitors = &platform_->inputMonitors;
-    surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.camera = &surfaces_->camera;
+    surfaces.secondCamera = &surfaces_->secondCamera;
+    surfaces.bubble = &surfaces_->bubble;
+    surfaces.secondBubble = &surfaces_->secondBubble;
+    surfaces.presenter = &surfaces_->presenter;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }
@@ -291,7 +385,7 @@ Shell Composition::shell() {
         }
     };
     shell.openNotices = [this] {
-        if (const auto file = thirdPartyNotices(QCoreApplication::applicationDirPath())) {
+        if (const auto file = programFile(QCoreApplication::applicationDirPath(), kThirdPartyNotices)) {
             platform_->files.open(file->toStdString());
         }
     };

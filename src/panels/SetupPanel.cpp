@@ -1,8 +1,8 @@
 #include "panels/SetupPanel.h"
 
-#include "panels/MicrophoneMonitor.h"
 #include "panels/ResolutionRow.h"
 #include "panels/SetupCard.h"
+#include "session/MicrophoneLevel.h"
 #include "session/RecorderController.h"
 #include "ui/Button.h"
 #include "ui/Disclosure.h"
@@ -67,7 +67,7 @@ SetupPanel::SetupPanel(Parts parts) : DialogWindow({Theme::bg, 16, Elevation::fl
     connect(scroll_, &FittingScrollArea::heightChanged, this, &SetupPanel::fit, Qt::QueuedConnection);
     connect(this, &QDialog::rejected, this, [this] { parts_.recorder.closeSetup(); });
     connect(&parts_.prefs, &Prefs::changed, this, &SetupPanel::refresh);
-    connect(&parts_.microphone, &MicrophoneMonitor::levelChanged, this,
+    connect(&parts_.microphone, &MicrophoneLevel::levelChanged, this,
             [this] { meter_->setLevel(parts_.microphone.level()); });
     devicesTimer_.setInterval(kDevicesEvery);
     connect(&devicesTimer_, &QTimer::timeout, this, &SetupPanel::refreshMicrophones);

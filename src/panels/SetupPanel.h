@@ -21,7 +21,7 @@ namespace velmo {
 class Disclosure;
 class FittingScrollArea;
 class LevelMeter;
-class MicrophoneMonitor;
+class MicrophoneLevel;
 class ModeTile;
 class Picker;
 class RecorderController;
@@ -44,7 +44,7 @@ public:
         Prefs& prefs;
         const Devices& devices;
         const Screens& screens;
-        MicrophoneMonitor& microphone;
+        const MicrophoneLevel& microphone;
         /// What can be recorded on this machine with this program. A choice is offered where there is more than one.
         std::vector<RecordMode> modes;
         /// Behind the panel's own cards.

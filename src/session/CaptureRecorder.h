@@ -7,6 +7,7 @@
 #include "media/PixelBuffer.h"
 #include "media/RecordingMark.h"
 #include "platform/ScreenCapture.h"
+#include "settings/NameTag.h"
 
 #include <filesystem>
 #include <functional>
@@ -32,6 +33,7 @@ public:
     virtual void setSpotlight(bool on) = 0;
     virtual void setColumn(bool on, bool left) = 0;
     virtual void setCameraFrame(FrameRef frame) = 0;
+    virtual void setNameTag(std::optional<NameTag::Text> tag) = 0;
     /// `at` in seconds of the media clock.
     virtual void showBubble(double at, std::vector<Color> colors) = 0;
     /// `mouse` in global points.
@@ -70,6 +72,9 @@ public:
     virtual std::function<void(double time)> clickNoter() = 0;
     /// A mark that the recording is to have also when this process does not live to save it.
     virtual void noteMark(RecordingMark mark) = 0;
+    /// To be called with each picture of the camera for the column. Any thread, also when the recorder has gone: it
+    /// then does nothing.
+    virtual std::function<void(FrameRef)> cameraFrames() = 0;
     virtual void pause() = 0;
     virtual void resume() = 0;
     /// Ends capture and finishes the file.

@@ -51,9 +51,6 @@ void RecorderController::mark(const QString& title, std::optional<QString> locat
 }
 
 std::optional<double> RecorderController::microphoneLevel() const {
-    if (surfaces_.microphoneLevel != nullptr) {
-        return surfaces_.microphoneLevel->level();
-    }
     return surfaces_.camera != nullptr ? std::optional(surfaces_.camera->level()) : std::nullopt;
 }
 
@@ -121,13 +118,6 @@ void RecorderController::toggleSpotlight() {
     publish(spotlightOn_, !spotlightOn_, &RecorderController::spotlightOnChanged);
     recorder_->zoom().setSpotlight(spotlightOn_);
     surfaces_.spotlight->setSpotlight(spotlightOn_);
-}
-
-void RecorderController::setScene(Scene) {}
-
-void RecorderController::togglePresenter() {
-    const bool beside = isSide(services_.prefs.presenterStyle);
-    setScene(scene_ != Scene::screen ? Scene::screen : beside ? Scene::side : Scene::me);
 }
 
 void RecorderController::toggleDrawing() {

@@ -1,14 +1,17 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "PresenterStates.h"
+
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
+#include "support/FakeMicrophoneLevel.h"
+#include "surfaces/Teleprompter.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -40,27 +43,20 @@ void wait(int milliseconds) {
     loop.exec();
 }
 
-/// Two microphones, of which each says one loud second.
-class SpeakingMicrophones final : public AudioInputService {
+constexpr double kSpeaking = 0.67; // of the meter
+
+/// Two microphones that nobody listens to.
+class TwoMicrophones final : public AudioInputService {
 public:
     std::vector<AudioDevice> microphones() const override {
         return {{"internal", "Micrófono interno · HDA Intel PCH"},
                 {"usb", "Blue Yeti con un nombre que no cabe entero"}};
     }
     std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue& queue,
-                                                       Handler handler) override {
-        Sample sample;
-        sample.timing.presentation = MediaTime::zero();
-        sample.audio = AudioBuffer::create({}, 960);
-        std::fill(sample.audio->floats().begin(), sample.audio->floats().end(), 0.08F);
-        queue.async([handler = std::move(handler), sample] { handler(sample); });
-        return std::unique_ptr<AudioInput>(std::make_unique<Input>());
+    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue&, Handler) override {
+        return Error{};
     }
     Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
-
-private:
-    class Input final : public AudioInput {};
 };
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
@@ -97,8 +93,12 @@ public:
         setup();
         classMaterial();
         controlBar();
+        teleprompter();
         countdownWindow();
         dialogs();
+        showPresenter(screens.screens.front(), [this](const QString& name) {
+            save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
+        });
     }
 
 private:
@@ -139,11 +139,12 @@ private:
     }
 
     void setup() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        SetupPanel panel({*controller, prefs, speaking_, screens, monitor, {RecordMode::screen}});
+        test::FakeMicrophoneLevel microphone;
+        SetupPanel panel({*controller, prefs, speaking_, screens, microphone, {RecordMode::screen}});
         controller->openSetup();
         test::settle();
         panel.show();
+        microphone.say(kSpeaking);
         const auto place = [&panel] { return panel.card().translated(panel.pos()); };
         save(QStringLiteral("setup-basic"), place);
         store.setBoolean(QStringLiteral("panel.fuentes"), true);
@@ -152,11 +153,12 @@ private:
                          prefs,
                          speaking_,
                          screens,
-                         monitor,
+                         microphone,
                          {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
         const auto morePlace = [&more] { return more.card().translated(more.pos()); };
         panel.hide();
         more.show();
+        microphone.say(kSpeaking);
         save(QStringLiteral("setup-more"), morePlace);
         prefs.micID = QStringLiteral("none");
         prefs.videoQuality = VideoQuality::fullHD;
@@ -197,7 +199,7 @@ private:
     }
 
     void kitSection(ClassKit& kit) {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        test::FakeMicrophoneLevel microphone;
         for (const char* key : {"panel.mas", "panel.material"}) {
             store.setBoolean(QString::fromLatin1(key), true);
         }
@@ -207,7 +209,7 @@ private:
                           prefs,
                           speaking_,
                           screens,
-                          monitor,
+                          microphone,
                           {RecordMode::screen},
                           {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                              QStringLiteral("panel.material"), false},
@@ -233,15 +235,18 @@ private:
     }
 
     void controlBar() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        ControlBar bar(*controller, &monitor);
+        test::FakeMicrophoneLevel microphone;
+        BarSurroundings around;
+        ControlBar bar({{*controller}, prefs, &microphone, [&around] { return around; }});
         record();
         advance(767);
         const Screen screen = screens.screens.front();
         const auto barPlace = [&bar] { return bar.geometry(); };
         bar.show(screen);
+        microphone.say(kSpeaking);
         save(QStringLiteral("bar-recording"), barPlace);
-        bar.setMaterial(BarState::Material::shown);
+        around.material = BarSurroundings::Material::shown;
+        bar.refresh();
         save(QStringLiteral("bar-material"), barPlace);
         controller->addMarker();
         save(QStringLiteral("bar-marker"), barPlace);
@@ -256,6 +261,67 @@ private:
         controller->togglePause();
         advance(3500);
         save(QStringLiteral("bar-hour"), barPlace);
+        fullBar(bar, around, barPlace);
+    }
+
+    /// Every control that there is.
+    template <typename Place>
+    void fullBar(ControlBar& bar, BarSurroundings& around, const Place& barPlace) {
+        prefs.mode = RecordMode::screenCam;
+        prefs.scriptText = QStringLiteral("Buenos días");
+        around = {true, true, false, true, true, false, false, BarSurroundings::Material::hidden};
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-full"), barPlace);
+        controller->toggleZoom();
+        around.scriptVisible = true;
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-zoom"), barPlace);
+        controller->toggleZoom();
+        prefs.mode = RecordMode::cam;
+        wait(200);
+        save(QStringLiteral("bar-camera-only"), barPlace);
+        prefs.mode = RecordMode::screen;
+    }
+
+    void teleprompter() {
+        QtTimers realTimers;
+        Teleprompter prompter({prefs, HostClock::shared(), realTimers});
+        const auto place = [] {
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible() && window->windowTitle().endsWith(QStringLiteral("guion"))) {
+                    return window->geometry();
+                }
+            }
+            return QRect();
+        };
+        prefs.scriptText =
+            QStringLiteral("Para empezar quiero contestar una pregunta sencilla: ¿qué pasa con la función si muevo "
+                           "solo una variable? Eso es una derivada parcial. Imaginen que caminan por una ladera: hacia "
+                           "el norte sube, hacia el este baja. La derivada parcial mide cada camino por su lado.");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-begin"), place);
+        prompter.play();
+        wait(1300);
+        save(QStringLiteral("prompter-playing"), place);
+        prompter.pause();
+        for (int i = 0; i < 3; ++i) {
+            prompter.smallerText();
+        }
+        save(QStringLiteral("prompter-small-letters"), place);
+        for (int i = 0; i < 10; ++i) {
+            prompter.biggerText();
+        }
+        save(QStringLiteral("prompter-large-letters"), place);
+        prefs.prompterFont = 28;
+        prompter.hide();
+        prefs.scriptText =
+            QStringLiteral("שלום לכולם, היום נלמד על נגזרות חלקיות. مرحبا بكم في درس اليوم عن المشتقات.\n\n"
+                           "Supercalifragilisticoespialidosamenteinterminablementelargoysinespacios 3 × 4");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-scripts"), place);
+        prompter.hide();
     }
 
     void countdownWindow() {
@@ -305,7 +371,7 @@ private:
     }
 
     QDir folder_;
-    SpeakingMicrophones inputs_;
+    TwoMicrophones inputs_;
     Devices speaking_{nullptr, &inputs_};
 };
 

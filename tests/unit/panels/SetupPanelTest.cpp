@@ -1,8 +1,8 @@
 #include "panels/SetupPanel.h"
 
-#include "panels/MicrophoneMonitor.h"
 #include "panels/ResolutionRow.h"
 #include "panels/SetupCard.h"
+#include "support/FakeMicrophoneLevel.h"
 #include "ui/Button.h"
 #include "ui/Disclosure.h"
 #include "ui/LevelMeter.h"
@@ -34,7 +34,7 @@ protected:
 
     std::unique_ptr<SetupPanel> make(std::vector<RecordMode> modes = {RecordMode::screen}) {
         return std::make_unique<SetupPanel>(
-            SetupPanel::Parts{*controller, prefs, real, screens, monitor, std::move(modes)});
+            SetupPanel::Parts{*controller, prefs, real, screens, microphone, std::move(modes)});
     }
     template <typename T>
     static T* named(QWidget& panel, const char* name) {
@@ -48,7 +48,7 @@ protected:
 
     TwoMicrophones inputs;
     Devices real{nullptr, &inputs};
-    MicrophoneMonitor monitor{*controller, prefs, real, inputs};
+    test::FakeMicrophoneLevel microphone;
 };
 
 TEST_F(SetupPanelTest, ClosingItByAnyMeansEndsThePreparation) {
@@ -176,7 +176,7 @@ TEST_F(SetupPanelTest, SectionsOfOthersStandBehindItsOwnCardsInCardsThatRemember
             prefs,
             real,
             screens,
-            monitor,
+            microphone,
             {RecordMode::screen},
             {{{QStringLiteral("Otra"), QStringLiteral("folder"), QStringLiteral("panel.otra"), false}, [&made] {
                   ++made;
