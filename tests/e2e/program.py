@@ -62,7 +62,9 @@ class Stage:
 
 class Program:
     """The program under test with settings of its own. `settings` are entries of its defaults file, `defaults` is all
-    that it holds, for files that are none."""
+    that it holds, for files that are none. `environment` is added to that of the desktop."""
+
+    environment = {}
 
     def __init__(self, defaults=None, **settings):
         if defaults is None:
@@ -76,7 +78,8 @@ class Program:
 
     def start(self):
         self.log = open(os.path.join(os.environ["DESK_FOLDER"], "program.log"), "ab")
-        self.process = subprocess.Popen([os.path.join(BUILD, "velmo-studio")], stdout=self.log, stderr=self.log)
+        self.process = subprocess.Popen([os.path.join(BUILD, "velmo-studio")], stdout=self.log, stderr=self.log,
+                                        env={**os.environ, **self.environment})
         wait_until("the library window", self.library_window)
 
     def windows(self):

@@ -121,25 +121,29 @@ qsizetype endOfObject(const QByteArray& json, qsizetype at) {
     return -1;
 }
 
-/// Looks for each `"name": {...}` below the outermost brace and reads it by itself.
+/// The object behind the name that ends before `at`: where it begins, -1 when there is none.
+qsizetype valueAfter(const QByteArray& json, qsizetype at) {
+    const auto isBetween = [](char c) { return c == ':' || std::isspace(static_cast<unsigned char>(c)) != 0; };
+    const qsizetype nameEnd = at;
+    while (at < json.size() && isBetween(json[at])) {
+        ++at;
+    }
+    return at > nameEnd && at < json.size() && json[at] == '{' ? at : -1;
+}
+
+/// Tries every quotation mark as the beginning of a `"name": {...}` that can be read by itself: behind damage nobody
+/// knows which marks open a text and which close one.
 MetaByName entriesOfDamaged(const QByteArray& json) {
     MetaByName entries;
-    qsizetype at = json.indexOf('"');
-    while (at >= 0) {
+    for (qsizetype at = json.indexOf('"'); at >= 0;) {
         const qsizetype nameEnd = endOfString(json, at);
-        if (nameEnd < 0) {
-            break;
-        }
-        qsizetype value = nameEnd;
-        while (value < json.size() && (json[value] == ':' || std::isspace(static_cast<unsigned char>(json[value])))) {
-            ++value;
-        }
-        const bool opens = value > nameEnd && value < json.size() && json[value] == '{';
-        const qsizetype end = opens ? endOfObject(json, value) : -1;
+        const qsizetype value = nameEnd < 0 ? -1 : valueAfter(json, nameEnd);
+        const qsizetype end = value < 0 ? -1 : endOfObject(json, value);
+        const std::size_t before = entries.size();
         if (end > 0) {
             takeEntries(QJsonDocument::fromJson('{' + json.mid(at, end - at) + '}').object(), entries);
         }
-        at = json.indexOf('"', end > 0 ? end : nameEnd);
+        at = json.indexOf('"', entries.size() > before ? end : at + 1);
     }
     return entries;
 }
