@@ -14,6 +14,7 @@
 #include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
+#include "app/RecoveryNotice.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
 #include "capture/DiagLog.h"
@@ -24,6 +25,7 @@
 #include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
+#include "library/Recovery.h"
 #include "library/views/LibraryWindow.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
@@ -81,6 +83,7 @@ void logLine(const std::string& line) {
 FfmpegWriterOptions writerOptions() {
     FfmpegWriterOptions options;
     options.log = &logLine;
+    options.keepsJournal = true; // the library takes it away
     return options;
 }
 
@@ -139,7 +142,11 @@ struct Composition::Stores {
     explicit Stores(Platform& platform)
         : devices(&platform.cameras, &platform.audio), classKit(defaults, kitServices(platform)),
           library(Library::standardFolder(),
-                  {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
+                  {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}),
+          recoveryMixer(makeMixer(platform.readers, platform.passthroughWriters)),
+          recovery(library,
+                   {std::make_unique<ThreadQueue>("velmo.recovery"),
+                    [this](const std::filesystem::path& video) { recoveryMixer.mixIfNeeded(video); }, &logLine}) {}
 
     static KitServices kitServices(Platform& platform) {
         return {platform.files, platform.fileChooser, [&platform] { platform.application.toFront(); },
@@ -161,6 +168,8 @@ struct Composition::Stores {
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
+    AudioMixer recoveryMixer;
+    Recovery recovery; ///< after what it works with
 };
 
 /// The recording session and what answers to it.
@@ -178,6 +187,7 @@ struct Composition::Session {
     Alerts alerts;
     RecordingRescue rescue{window, alerts, &logLine};
     std::unique_ptr<RecorderController> recorder;
+    std::unique_ptr<RecoveryNotice> recoveryNotice; ///< after the controller that it watches
 };
 
 /// What stands around a recording on the screen.
@@ -293,6 +303,9 @@ Composition::Composition(const LaunchOptions& options)
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
     session_->rescue.watch(*session_->recorder);
+    session_->recoveryNotice = std::make_unique<RecoveryNotice>(stores_->recovery, *session_->recorder,
+                                                                session_->window, session_->rescue.alerts());
+    stores_->recovery.start(stores_->classKit.items(), stores_->classKit.copyFiles());
     surfaces_ = std::make_unique<Surfaces>(*platform_, *stores_, *session_->recorder);
     session_->recorder->attach(sessionSurfaces());
     hotKeys_ = std::make_unique<HotKeys>(platform_->hotKeys, recordingKeys(*session_->recorder), &postToMain, &logLine);

@@ -62,7 +62,10 @@ class Stage:
 
 class Program:
     """The program under test with settings of its own. `settings` are entries of its defaults file, `defaults` is all
-    that it holds, for files that are none. `arguments` are the program's own."""
+    that it holds, for files that are none. `arguments` are the program's own, `environment` is added to that of the
+    desktop."""
+
+    environment = {}
 
     def __init__(self, defaults=None, arguments=(), **settings):
         self.arguments = list(arguments)
@@ -77,7 +80,8 @@ class Program:
 
     def start(self):
         self.log = open(os.path.join(os.environ["DESK_FOLDER"], "program.log"), "ab")
-        self.process = subprocess.Popen([os.path.join(BUILD, "velmo-studio"), *self.arguments], stdout=self.log, stderr=self.log)
+        self.process = subprocess.Popen([os.path.join(BUILD, "velmo-studio"), *self.arguments], stdout=self.log,
+                                        stderr=self.log, env={**os.environ, **self.environment})
         wait_until("the library window", self.library_window)
 
     def windows(self):
