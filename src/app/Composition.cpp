@@ -48,6 +48,7 @@
 #include "settings/Devices.h"
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
+#include "settings/SettingsProfiles.h"
 #include "surfaces/RegionPicker.h"
 #include "surfaces/SpotlightOverlay.h"
 
@@ -127,6 +128,11 @@ struct Composition::Stores {
     Prefs prefs{defaults};
     Devices devices;
     ClassKit classKit;
+    SettingsProfiles profiles{defaults, [this] {
+                                  prefs.reload();
+                                  classKit.reload();
+                                  RecorderController::shared().previewChanged();
+                              }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
@@ -198,6 +204,7 @@ Composition::Composition()
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
+    SettingsProfiles::setShared(&stores_->profiles);
     Library::setShared(&stores_->library);
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
@@ -215,6 +222,7 @@ Composition::~Composition() {
     surfaces_.reset();
     session_.reset();
     Library::setShared(nullptr);
+    SettingsProfiles::setShared(nullptr);
     ClassKit::setShared(nullptr);
     Prefs::setShared(nullptr);
 }

@@ -5,7 +5,8 @@
 namespace velmo {
 
 ScreenRecorder::ScreenRecorder(const RecorderServices& services)
-    : zoom_(services.clock), session_(std::make_unique<internal::RecordingSession>(services, zoom_, *clicks_)) {}
+    : zoom_(std::make_shared<ZoomProcessor>(services.clock)),
+      session_(std::make_unique<internal::RecordingSession>(services, *zoom_, *clicks_)) {}
 
 ScreenRecorder::~ScreenRecorder() = default;
 
@@ -24,12 +25,12 @@ void ScreenRecorder::resizeOverlay(int key, Size size) {
 
 void ScreenRecorder::pause() {
     // The frame timer must know at once; the timeline learns it in its turn.
-    zoom_.setPaused(true);
+    zoom_->setPaused(true);
     session_->pause();
 }
 
 void ScreenRecorder::resume() {
-    zoom_.setPaused(false);
+    zoom_->setPaused(false);
     session_->resume();
 }
 

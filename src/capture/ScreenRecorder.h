@@ -62,13 +62,15 @@ public:
     /// no more. `stop` then keeps what there is. At most once for either. Set before `start`.
     void setOnStop(OnStop onStop);
 
-    ZoomProcessor& zoom() { return zoom_; }
+    ZoomProcessor& zoom() { return *zoom_; }
+    /// For a camera, whose pictures come on a thread of its own and may come when the recorder has gone.
+    std::weak_ptr<ZoomProcessor> sharedZoom() const { return zoom_; }
     ClickSuppressor& clicks() { return *clicks_; }
     /// For those that note clicks on threads of their own, and may do so when the recorder has gone.
     std::weak_ptr<ClickSuppressor> sharedClicks() const { return clicks_; }
 
 private:
-    ZoomProcessor zoom_;
+    std::shared_ptr<ZoomProcessor> zoom_;
     std::shared_ptr<ClickSuppressor> clicks_ = std::make_shared<ClickSuppressor>();
     std::unique_ptr<internal::RecordingSession> session_;
 };

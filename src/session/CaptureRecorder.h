@@ -6,6 +6,7 @@
 #include "compositor/BubbleInfo.h"
 #include "media/PixelBuffer.h"
 #include "platform/ScreenCapture.h"
+#include "settings/NameTag.h"
 
 #include <filesystem>
 #include <functional>
@@ -31,6 +32,7 @@ public:
     virtual void setSpotlight(bool on) = 0;
     virtual void setColumn(bool on, bool left) = 0;
     virtual void setCameraFrame(FrameRef frame) = 0;
+    virtual void setNameTag(std::optional<NameTag::Text> tag) = 0;
     /// `at` in seconds of the media clock.
     virtual void showBubble(double at, std::vector<Color> colors) = 0;
     /// `mouse` in global points.
@@ -67,6 +69,9 @@ public:
     /// To be called with the host-clock seconds of each movement of a mouse button. Any thread, also when the recorder
     /// has gone: it then does nothing.
     virtual std::function<void(double time)> clickNoter() = 0;
+    /// To be called with each picture of the camera for the column. Any thread, also when the recorder has gone: it
+    /// then does nothing.
+    virtual std::function<void(FrameRef)> cameraFrames() = 0;
     virtual void pause() = 0;
     virtual void resume() = 0;
     /// Ends capture and finishes the file.

@@ -191,7 +191,11 @@ public:
     /// A presenter covers the screen.
     virtual bool isFull() const = 0;
     virtual void enter(const Screen& screen, PresenterStyle style) = 0;
-    /// `then` may be empty; it is called when the presenter has gone.
+    /// Called each time a flight has ended and all that waited for it was called. Requests that came while it flew were
+    /// dropped; this is the moment to ask anew for what is still wanted. Empty takes it back.
+    virtual void setOnSettled(std::function<void()> settled) = 0;
+    /// `then` may be empty; it is called when the presenter has gone, or at once when there is nothing to leave or a
+    /// flight is under way.
     virtual void exit(std::function<void()> then) = 0;
     virtual std::optional<WindowId> windowID() const = 0;
 };

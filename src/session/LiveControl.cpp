@@ -119,13 +119,6 @@ void RecorderController::toggleSpotlight() {
     surfaces_.spotlight->setSpotlight(spotlightOn_);
 }
 
-void RecorderController::setScene(Scene) {}
-
-void RecorderController::togglePresenter() {
-    const bool beside = isSide(services_.prefs.presenterStyle);
-    setScene(scene_ != Scene::screen ? Scene::screen : beside ? Scene::side : Scene::me);
-}
-
 void RecorderController::toggleDrawing() {
     if (isActive() && usesScreen(services_.prefs.mode)) {
         tell(surfaces_.drawing, &DrawingPort::toggle);

@@ -121,9 +121,10 @@ public:
     void chooseRegion();
     /// Needs the spotlight's overlay.
     void toggleSpotlight();
-    /// Goes to the presenter's scene of the settings, or back to `screen`. Scenes are not shown yet: nothing happens.
+    /// Goes to the presenter's scene of the settings, or back to `screen`.
     void togglePresenter();
-    /// Scenes need a camera and a presenter's window, neither of which this program has yet: nothing happens.
+    /// Goes to `scene`, or back to `screen` when it is there already. Needs a recording of screen and camera, and a
+    /// camera that gives pictures.
     void setScene(Scene scene);
     void toggleDrawing();
     void toggleBoard();
@@ -218,6 +219,13 @@ private:
     std::optional<double> microphoneLevel() const;
     void setRegion(bool on);
 
+    // Scenes.cpp
+    void watchPresenter();
+    void settleScene();
+    void leaveColumn();
+    void enterScene(Scene scene);
+    void enterColumn();
+
     // ZoomControl.cpp
     void startZoomTracking(const Screen& screen);
     void zoomTick();
@@ -246,6 +254,7 @@ private:
     bool spotlightOn_ = false;
     bool presenterOn_ = false;
     Scene scene_ = Scene::screen;
+    Scene shownPresenter_ = Scene::screen; ///< the scene that the presenter last came in for
 
     std::unique_ptr<MainTimer> zoomTimer_;
     std::vector<InputMonitors::Token> clickMonitors_; ///< those that the platform granted

@@ -20,6 +20,10 @@ public:
     void setSpotlight(bool on) override { zoom_.setSpotlight(on); }
     void setColumn(bool on, bool left) override { zoom_.setColumn(on, left); }
     void setCameraFrame(FrameRef frame) override { zoom_.setCameraFrame(std::move(frame)); }
+    void setNameTag(std::optional<NameTag::Text> tag) override {
+        using Text = ZoomProcessor::NameTagText;
+        zoom_.setNameTag(tag ? std::optional(Text{tag->name.toStdString(), tag->role.toStdString()}) : std::nullopt);
+    }
     void showBubble(double at, std::vector<Color> colors) override { zoom_.showBubble(at, std::move(colors)); }
     void update(Point mouse, std::vector<BubbleInfo> bubbles) override { zoom_.update(mouse, std::move(bubbles)); }
 
@@ -47,6 +51,13 @@ public:
         return [clicks = recorder_.sharedClicks()](double time) {
             if (const auto suppressor = clicks.lock()) {
                 suppressor->note(time);
+            }
+        };
+    }
+    std::function<void(FrameRef)> cameraFrames() override {
+        return [zoom = recorder_.sharedZoom()](FrameRef frame) {
+            if (const auto processor = zoom.lock()) {
+                processor->setCameraFrame(std::move(frame));
             }
         };
     }

@@ -300,6 +300,7 @@ void RecorderController::startLive(const Screen& screen, RecordMode mode) {
     if (usesScreen(mode)) {
         startZoomTracking(screen);
         startSpotlight(screen);
+        watchPresenter();
         if (prefs.startPresenter && mode == RecordMode::screenCam) {
             services_.timers.after(kPresenterDelaySeconds, [this, life = Life(life_)] {
                 if (!life.expired()) {

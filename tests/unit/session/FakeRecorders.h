@@ -32,8 +32,14 @@ struct FakeZoom final : ZoomPort {
         calls.push_back("zoom.setRegion " + (region ? text(*region) : "none"));
     }
     void setSpotlight(bool on) override { calls.push_back(on ? "zoom.setSpotlight true" : "zoom.setSpotlight false"); }
-    void setColumn(bool on, bool) override { calls.push_back(on ? "zoom.setColumn true" : "zoom.setColumn false"); }
+    void setColumn(bool on, bool) override {
+        calls.push_back(on ? "zoom.setColumn true" : "zoom.setColumn false");
+        column = on;
+    }
     void setCameraFrame(FrameRef) override { calls.push_back("zoom.setCameraFrame"); }
+    void setNameTag(std::optional<NameTag::Text> tag) override {
+        calls.push_back("zoom.setNameTag " + (tag ? (tag->name + "|" + tag->role).toStdString() : "none"));
+    }
     void showBubble(double at, std::vector<Color> colors) override {
         calls.push_back("zoom.showBubble " + text(at) + " " + std::to_string(colors.size()));
     }
@@ -43,6 +49,7 @@ struct FakeZoom final : ZoomPort {
         ++updates;
     }
     Calls& calls;
+    bool column = false;
     Point lastMouse;
     std::vector<BubbleInfo> lastBubbles;
     int updates = 0;
@@ -95,6 +102,9 @@ public:
     }
     std::function<void(double)> clickNoter() override {
         return [this](double time) { calls_.push_back("recorder.noteClick " + text(time)); };
+    }
+    std::function<void(FrameRef)> cameraFrames() override {
+        return [this](const FrameRef& frame) { zoom_.setCameraFrame(frame); };
     }
     void pause() override { calls_.push_back("recorder.pause"); }
     void resume() override { calls_.push_back("recorder.resume"); }

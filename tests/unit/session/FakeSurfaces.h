@@ -185,23 +185,47 @@ struct FakePresenter final : PresenterPort, Noted {
     void park() override { note("park"); }
     void reset() override { note("reset"); }
     bool isFull() const override { return full; }
-    void enter(const Screen&, PresenterStyle style) override {
-        note("enter " + std::string(rowOf(style).raw));
-        full = true;
-    }
-    void exit(std::function<void()> then) override {
-        note("exit");
-        if (isHeld) {
-            held = std::move(then);
+    void enter(const Screen&, PresenterStyle wanted) override {
+        if (full || busy) {
+            note("enter dropped");
             return;
         }
+        note("enter " + std::string(rowOf(wanted).raw));
+        full = true;
+        style = wanted;
+        busy = flies;
+    }
+    void exit(std::function<void()> then) override {
+        if (!full || busy) {
+            note("exit dropped");
+            call(then);
+            return;
+        }
+        note("exit");
         full = false;
-        if (then) {
-            then();
+        busy = flies;
+        gone = std::move(then);
+        if (!flies) {
+            call(std::exchange(gone, {}));
         }
     }
-    bool isHeld = false;
-    std::function<void()> held;
+    void setOnSettled(std::function<void()> callback) override { settled = std::move(callback); }
+    /// The end of a flight.
+    void land() {
+        busy = false;
+        call(std::exchange(gone, {}));
+        call(settled);
+    }
+    static void call(const std::function<void()>& callback) {
+        if (callback) {
+            callback();
+        }
+    }
+    PresenterStyle style{};
+    bool flies = false; ///< flights take until `land`
+    bool busy = false;
+    std::function<void()> gone;
+    std::function<void()> settled;
     std::optional<WindowId> windowID() const override { return 15; }
     bool full = false;
 };

@@ -227,6 +227,7 @@ TEST_F(LiveControl, TheBoardComesOutFromUnderAFullPresenter) {
     controller->toggleBoard();
     EXPECT_THAT(taken(), ElementsAre("board.show", "presenter.exit"));
     board.isShown = true;
+    presenter.full = true;
     controller->toggleBoard();
     EXPECT_THAT(taken(), ElementsAre("presenter.exit"));
 }

@@ -330,8 +330,11 @@ TEST_F(SessionStart, ThePresenterComesLittleAfterTheStart) {
     prefs.startPresenter = true;
     prefs.mode = RecordMode::screenCam;
     record();
-    advance(0.5);
-    EXPECT_EQ(controller->state(), State::recording);
+    advance(0.3);
+    EXPECT_EQ(controller->scene(), Scene::screen);
+    advance(0.2);
+    EXPECT_EQ(controller->scene(), Scene::me);
+    EXPECT_EQ(count("presenter.enter framed"), 1);
 }
 
 TEST_F(SessionStart, ACircleOfThePointerReachesTheCompositor) {
