@@ -158,8 +158,9 @@ struct Composition::Session {
 /// What stands around a recording on the screen.
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
-        : microphone(recorder, stores.prefs, stores.devices, platform.audio), countdown(platform.timers),
-          controlBar(recorder, &microphone), kitPanel(stores.classKit, recorder, platform.screens),
+        : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
+          countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
+          controlBar({{recorder}, stores.prefs, &microphone, [this] { return around(); }}),
           setupPanel({recorder,
                       stores.prefs,
                       stores.devices,
@@ -169,7 +170,7 @@ struct Composition::Surfaces {
                       {kitSection(stores.classKit)}}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
-        tieMaterial(stores.classKit);
+        tieBar();
     }
 
     static SetupPanel::Section kitSection(ClassKit& kit) {
@@ -178,22 +179,26 @@ struct Composition::Surfaces {
                 [&kit] { return new KitSetupSection(kit); }};
     }
 
-    /// The bar's button follows the list and the panel.
-    void tieMaterial(const ClassKit& kit) {
-        const auto show = [this, &kit] {
-            using Material = BarState::Material;
-            const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
-            controlBar.setMaterial(kit.items().empty() ? Material::none : there);
-        };
-        QObject::connect(&kit, &ClassKit::itemsChanged, &controlBar, show);
-        QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, show);
-        show();
+    BarSurroundings around() const {
+        using Material = BarSurroundings::Material;
+        BarSurroundings now;
+        const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.material = classKit.items().empty() ? Material::none : there;
+        return now;
     }
+
+    void tieBar() {
+        QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
+        controlBar.refresh();
+    }
+
+    const ClassKit& classKit;
 
     MicrophoneMonitor microphone;
     CountdownWindow countdown;
-    ControlBar controlBar;
     KitPanel kitPanel;
+    ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;

@@ -35,7 +35,7 @@ Measures measures(ButtonStyle style) {
     case ButtonStyle::finish:
         return {38, 10, 14, 38, TextStyle::strong, 15};
     case ButtonStyle::bar:
-        return {36, 10, 0, 36, TextStyle::strong, 18};
+        return {36, 10, 10, 36, TextStyle::strong, 18};
     case ButtonStyle::icon:
         return {28, 8, 0, 28, TextStyle::strong, 16};
     default:
@@ -105,6 +105,11 @@ void Button::setSymbol(const QString& name) {
 
 void Button::setSubdued(bool subdued) {
     subdued_ = subdued;
+    update();
+}
+
+void Button::setHasMenu(bool hasMenu) {
+    hasMenu_ = hasMenu;
     update();
 }
 
@@ -187,6 +192,10 @@ void Button::paintEvent(QPaintEvent*) {
         Painting::focusRing(painter, box, measures(style_).radius);
     }
     paintContent(painter, box);
+    if (hasMenu_) {
+        Symbol::paint(painter, QRectF(box.right() - 12, box.bottom() - 12, 9, 9), QStringLiteral("chevron.down"), 9,
+                      inkColor());
+    }
 }
 
 void Button::paintFloor(QPainter& painter, const QRectF& box) const {
@@ -194,6 +203,9 @@ void Button::paintFloor(QPainter& painter, const QRectF& box) const {
     const bool bare = style_ == ButtonStyle::icon && subdued_;
     QColor fill = between(bare ? Theme::withOpacity(look.rest, 0) : look.rest, look.hover, hover_.value());
     QColor border = look.border;
+    if (style_ == ButtonStyle::bar && !text().isEmpty()) {
+        fill = between(look.hover, look.pressed, hover_.value()); // words on a bar need to look like a button
+    }
     if (isDown()) {
         fill = look.pressed;
     } else if (isChecked()) {

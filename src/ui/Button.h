@@ -30,6 +30,9 @@ public:
     /// Quieter icon, for what is used rarely; a small square has no fill at rest.
     void setSubdued(bool subdued);
 
+    /// A small mark in the corner: a click opens a menu.
+    void setHasMenu(bool hasMenu);
+
     /// Takes the focus and shows it, as a press of Tab does.
     void focusVisibly();
 
@@ -61,6 +64,7 @@ private:
     const ButtonStyle style_;
     QString symbol_;
     bool subdued_ = false;
+    bool hasMenu_ = false;
     bool showsFocus_ = false;
     Fade hover_;
 };

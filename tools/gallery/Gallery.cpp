@@ -234,14 +234,16 @@ private:
 
     void controlBar() {
         MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        ControlBar bar(*controller, &monitor);
+        BarSurroundings around;
+        ControlBar bar({{*controller}, prefs, &monitor, [&around] { return around; }});
         record();
         advance(767);
         const Screen screen = screens.screens.front();
         const auto barPlace = [&bar] { return bar.geometry(); };
         bar.show(screen);
         save(QStringLiteral("bar-recording"), barPlace);
-        bar.setMaterial(BarState::Material::shown);
+        around.material = BarSurroundings::Material::shown;
+        bar.refresh();
         save(QStringLiteral("bar-material"), barPlace);
         controller->addMarker();
         save(QStringLiteral("bar-marker"), barPlace);
@@ -256,6 +258,28 @@ private:
         controller->togglePause();
         advance(3500);
         save(QStringLiteral("bar-hour"), barPlace);
+        fullBar(bar, around, barPlace);
+    }
+
+    /// Every control that there is.
+    template <typename Place>
+    void fullBar(ControlBar& bar, BarSurroundings& around, const Place& barPlace) {
+        prefs.mode = RecordMode::screenCam;
+        prefs.scriptText = QStringLiteral("Buenos días");
+        around = {true, true, false, true, true, false, false, BarSurroundings::Material::hidden};
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-full"), barPlace);
+        controller->toggleZoom();
+        around.scriptVisible = true;
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-zoom"), barPlace);
+        controller->toggleZoom();
+        prefs.mode = RecordMode::cam;
+        wait(200);
+        save(QStringLiteral("bar-camera-only"), barPlace);
+        prefs.mode = RecordMode::screen;
     }
 
     void countdownWindow() {
