@@ -12,12 +12,14 @@
 #include "app/MixerAdapter.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
+#include "app/SharedFiles.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
 #include "app/ThirdPartyNotices.h"
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
+#include "classkit/SlideTemplates.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
 #include "compositor/PointerBubble.h"
@@ -53,7 +55,9 @@
 #include "surfaces/SpotlightOverlay.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QMenuBar>
+#include <QStandardPaths>
 
 #include <syslog.h>
 
@@ -161,19 +165,22 @@ struct Composition::Surfaces {
         : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
           controlBar({{recorder}, stores.prefs, &microphone, [this] { return around(); }}),
-          setupPanel({recorder,
-                      stores.prefs,
-                      stores.devices,
-                      platform.screens,
-                      microphone,
-                      {RecordMode::screen},
-                      {kitSection(stores.classKit)}}),
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, stores.profiles,
+                      [&platform] { showTemplates(platform.files); }},
+                     {kitSection(stores.classKit)}),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
         tieBar();
     }
 
-    static SetupPanel::Section kitSection(ClassKit& kit) {
+    static void showTemplates(FileActions& files) {
+        const auto templates = sharedFile(QCoreApplication::applicationDirPath(), QStringLiteral("plantillas"));
+        const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        SlideTemplates::reveal(QFileInfo(templates.value_or(QString())).path().toStdString(), documents.toStdString(),
+                               files);
+    }
+
+    static SetupSection kitSection(ClassKit& kit) {
         return {{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                  QStringLiteral("panel.material"), false},
                 [&kit] { return new KitSetupSection(kit); }};

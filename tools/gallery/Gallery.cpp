@@ -1,19 +1,19 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "Easel.h"
+#include "SetupStates.h"
+#include "SpeakingMicrophones.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
-#include "classkit/views/KitSetupSection.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
 #include "panels/MicrophoneMonitor.h"
-#include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
-#include "ui/TextField.h"
 #include "ui/Theme.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
@@ -21,11 +21,9 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDir>
-#include <QEventLoop>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
-#include <QTimer>
 
 #include <cmath>
 #include <cstdio>
@@ -33,35 +31,6 @@
 
 namespace velmo {
 namespace {
-
-void wait(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-/// Two microphones, of which each says one loud second.
-class SpeakingMicrophones final : public AudioInputService {
-public:
-    std::vector<AudioDevice> microphones() const override {
-        return {{"internal", "Micrófono interno · HDA Intel PCH"},
-                {"usb", "Blue Yeti con un nombre que no cabe entero"}};
-    }
-    std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue& queue,
-                                                       Handler handler) override {
-        Sample sample;
-        sample.timing.presentation = MediaTime::zero();
-        sample.audio = AudioBuffer::create({}, 960);
-        std::fill(sample.audio->floats().begin(), sample.audio->floats().end(), 0.08F);
-        queue.async([handler = std::move(handler), sample] { handler(sample); });
-        return std::unique_ptr<AudioInput>(std::make_unique<Input>());
-    }
-    Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
-
-private:
-    class Input final : public AudioInput {};
-};
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
 class Backdrop final : public QWidget {
@@ -86,7 +55,7 @@ protected:
 
 class Gallery final : public test::World {
 public:
-    explicit Gallery(QDir folder) : folder_(std::move(folder)) {
+    explicit Gallery(const Easel& easel) : easel_(easel) {
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         screens.screens = {{1, {0, 0, double(screen.width()), double(screen.height())}, 1},
                            {2, {double(screen.width()), 0, 2560, 1440}, 1}};
@@ -94,7 +63,6 @@ public:
 
     void showAll() {
         symbols();
-        setup();
         classMaterial();
         controlBar();
         countdownWindow();
@@ -104,17 +72,8 @@ public:
 private:
     void TestBody() override {}
 
-    void save(const QString& name, const std::function<QRect()>& placeOf) {
-        wait(450);
-        const QRect place = placeOf();
-        const QRect all = QGuiApplication::primaryScreen()->geometry();
-        const QRect part = place.marginsAdded(QMargins(40, 60, 40, 60)) & all;
-        const QPixmap picture =
-            QGuiApplication::primaryScreen()->grabWindow(0, part.x(), part.y(), part.width(), part.height());
-        const QString path = folder_.filePath(name + QStringLiteral(".png"));
-        picture.save(path);
-        std::printf("%s at %d,%d\n", qPrintable(path), place.x(), place.y());
-    }
+    void save(const QString& name, const std::function<QRect()>& placeOf) { easel_.save(name, placeOf); }
+    static void wait(int milliseconds) { Easel::wait(milliseconds); }
 
     void symbols() {
         QWidget sheet(nullptr, Qt::FramelessWindowHint);
@@ -135,36 +94,7 @@ private:
             ++index;
         }
         painter.end();
-        picture.save(folder_.filePath(QStringLiteral("symbols.png")));
-    }
-
-    void setup() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        SetupPanel panel({*controller, prefs, speaking_, screens, monitor, {RecordMode::screen}});
-        controller->openSetup();
-        test::settle();
-        panel.show();
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        save(QStringLiteral("setup-basic"), place);
-        store.setBoolean(QStringLiteral("panel.fuentes"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), true);
-        SetupPanel more({*controller,
-                         prefs,
-                         speaking_,
-                         screens,
-                         monitor,
-                         {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
-        const auto morePlace = [&more] { return more.card().translated(more.pos()); };
-        panel.hide();
-        more.show();
-        save(QStringLiteral("setup-more"), morePlace);
-        prefs.micID = QStringLiteral("none");
-        prefs.videoQuality = VideoQuality::fullHD;
-        prefs.systemAudio = true;
-        save(QStringLiteral("setup-no-microphone"), morePlace);
-        prefs.micID = QString();
-        more.hide();
-        controller->closeSetup();
+        picture.save(easel_.folder().filePath(QStringLiteral("symbols.png")));
     }
 
     void fillKit(ClassKit& kit) {
@@ -179,7 +109,6 @@ private:
     void classMaterial() {
         test::KitWorld around;
         ClassKit kit(around.store, around.services());
-        kitSection(kit);
         fillKit(kit);
         KitPanel panel(kit, *controller, screens);
         const auto place = [&panel] { return panel.cardGeometry(); };
@@ -193,43 +122,6 @@ private:
         panel.show();
         save(QStringLiteral("kit-many"), place);
         panel.hide();
-        kitSection(kit);
-    }
-
-    void kitSection(ClassKit& kit) {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        for (const char* key : {"panel.mas", "panel.material"}) {
-            store.setBoolean(QString::fromLatin1(key), true);
-        }
-        store.setBoolean(QStringLiteral("panel.video"), false);
-        KitSetupSection* section = nullptr;
-        SetupPanel panel({*controller,
-                          prefs,
-                          speaking_,
-                          screens,
-                          monitor,
-                          {RecordMode::screen},
-                          {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
-                             QStringLiteral("panel.material"), false},
-                            [&] { return section = new KitSetupSection(kit); }}}});
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        panel.show();
-        if (kit.items().empty()) {
-            save(QStringLiteral("setup-material-empty"), place);
-        } else {
-            save(QStringLiteral("setup-material"), place);
-            TextField* link = section->findChildren<TextField*>().back();
-            for (TextField* field : section->findChildren<TextField*>()) {
-                link = field->placeholderText().startsWith(QStringLiteral("Pega")) ? field : link;
-            }
-            link->setText(QStringLiteral("geogebra punto org"));
-            section->addLink();
-            section->findChild<TextField*>()->setFocus();
-            save(QStringLiteral("setup-material-bad-link"), place);
-        }
-        panel.hide();
-        store.setBoolean(QStringLiteral("panel.video"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), false);
     }
 
     void controlBar() {
@@ -328,7 +220,7 @@ private:
                 First::isDefault});
     }
 
-    QDir folder_;
+    const Easel& easel_;
     SpeakingMicrophones inputs_;
     Devices speaking_{nullptr, &inputs_};
 };
@@ -347,6 +239,8 @@ int main(int count, char** arguments) {
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
-    velmo::Gallery(folder).showAll();
+    const velmo::Easel easel(folder);
+    velmo::SetupStates::showAll(easel);
+    velmo::Gallery(easel).showAll();
     return 0;
 }
