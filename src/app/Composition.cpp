@@ -10,12 +10,11 @@
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
+#include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
-#include "app/SharedFiles.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
-#include "app/ThirdPartyNotices.h"
 #include "capture/DiagLog.h"
 #include "capture/DisplayWatch.h"
 #include "classkit/ClassKit.h"
@@ -174,7 +173,7 @@ struct Composition::Surfaces {
     }
 
     static void showTemplates(FileActions& files) {
-        const auto templates = sharedFile(QCoreApplication::applicationDirPath(), QStringLiteral("plantillas"));
+        const auto templates = programFile(QCoreApplication::applicationDirPath(), kSlideTemplates);
         const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
         SlideTemplates::reveal(QFileInfo(templates.value_or(QString())).path().toStdString(), documents.toStdString(),
                                files);
@@ -298,7 +297,7 @@ Shell Composition::shell() {
         }
     };
     shell.openNotices = [this] {
-        if (const auto file = thirdPartyNotices(QCoreApplication::applicationDirPath())) {
+        if (const auto file = programFile(QCoreApplication::applicationDirPath(), kThirdPartyNotices)) {
             platform_->files.open(file->toStdString());
         }
     };

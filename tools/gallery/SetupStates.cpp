@@ -18,6 +18,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QKeyEvent>
+#include <QScrollArea>
 #include <QScrollBar>
 
 namespace velmo {

@@ -23,7 +23,8 @@ constexpr int kBetweenPickers = 8;
 DevicesSection::DevicesSection(SetupContext& context, QWidget* parent)
     : QWidget(parent), context_(context),
       camera_(new Picker(QStringLiteral("video.fill"), QStringLiteral("Cámara"))),
-      microphone_(new Picker(QStringLiteral("mic.fill"), QStringLiteral("Micrófono"))), meterRow_(makeMeter()) {
+      microphone_(new Picker(QStringLiteral("mic.fill"), QStringLiteral("Micrófono"))), meter_(new LevelMeter),
+      meterRow_(makeMeter()) {
     Prefs& prefs = context.prefs;
     auto* column = Rows::column(*this);
     auto* pickers = new QVBoxLayout;
@@ -52,7 +53,7 @@ QWidget* DevicesSection::makeMeter() {
     auto* column = new QVBoxLayout(row);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
-    column->addWidget(meter_ = new LevelMeter);
+    column->addWidget(meter_);
     column->addWidget(
         makeWrappedLabel(QStringLiteral("Habla: si se mueve, te escucha"), TextStyle::caption, Theme::muted));
     connect(&context_.microphone, &MicrophoneMonitor::levelChanged, meter_,

@@ -27,8 +27,8 @@ private:
     SetupContext& context_;
     Picker* camera_;
     Picker* microphone_;
+    LevelMeter* meter_;
     QWidget* meterRow_;
-    LevelMeter* meter_ = nullptr;
     QTimer timer_;
 };
 
