@@ -2,11 +2,11 @@
 
 #include "app/AboutPanel.h"
 #include "app/ClassKitAdapter.h"
+#include "app/DeviceAccess.h"
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
 #include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
-#include "app/GrantedPermissions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
@@ -29,10 +29,14 @@
 #include "panels/CountdownWindow.h"
 #include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
+#include "panels/WelcomeWindow.h"
+#include "platform/desktop/CameraNodes.h"
+#include "platform/desktop/CameraPortal.h"
 #include "platform/desktop/DesktopFileActions.h"
 #include "platform/desktop/QtDelayedCalls.h"
 #include "platform/desktop/QtDisplayReconfiguration.h"
 #include "platform/desktop/QtScreens.h"
+#include "platform/desktop/SettingsPrograms.h"
 #include "platform/desktop/StatvfsDiskSpace.h"
 #include "platform/desktop/SysPowerSources.h"
 #include "platform/desktop/XInputPointerMotion.h"
@@ -87,6 +91,13 @@ void postToMain(std::function<void()> work) {
 
 /// What the system gives.
 struct Composition::Platform {
+    std::function<void(std::function<void(bool)>)> askForCamera() {
+        if (!CameraPortal::isInUse()) {
+            return {};
+        }
+        return [this](std::function<void(bool)> answered) { cameraPortal.request(std::move(answered)); };
+    }
+
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
     X11ScreenCapture capture{std::nullopt, &audio, clock};
@@ -106,7 +117,7 @@ struct Composition::Platform {
     DesktopApplication application;
     DesktopPointer pointer;
     XInputPointerMotion pointerMotion;
-    GrantedPermissions permissions;
+    CameraPortal cameraPortal;
     XcbHotKeyService hotKeys;
     DisplayWatch displayWatch{displays, delayedCalls};
     MixerAdapter mixer{makeMixer(readers, passthroughWriters), std::make_unique<ThreadQueue>("velmo.mixer")};
@@ -116,6 +127,8 @@ struct Composition::Platform {
 struct Composition::Stores {
     explicit Stores(Platform& platform)
         : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
+          permissions({devices, platform.audio, platform.timers, std::make_unique<ThreadQueue>("velmo.devices.access"),
+                       [] { return CameraNodes::tryAll(); }, platform.askForCamera()}),
           library(Library::standardFolder(),
                   {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
 
@@ -131,6 +144,7 @@ struct Composition::Stores {
     Prefs prefs{defaults};
     Devices devices;
     ClassKit classKit;
+    DeviceAccess permissions;
     SettingsProfiles profiles{defaults, [this] {
                                   prefs.reload();
                                   classKit.reload();
@@ -160,16 +174,36 @@ struct Composition::Session {
 
 /// What stands around a recording on the screen.
 struct Composition::Surfaces {
-    Surfaces(Platform& platform, Stores& stores, RecorderController& recorder)
+    Surfaces(Platform& platform, Stores& stores, RecorderController& recorder, LibraryWindowPort& library)
         : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
           controlBar({{recorder}, stores.prefs, &microphone, [this] { return around(); }}),
           setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, stores.profiles,
                       [&platform] { showTemplates(platform.files); }},
                      {kitSection(stores.classKit)}),
+          welcome(welcomeServices(platform, stores), stores.prefs, [&recorder, &library] {
+              if (!recorder.isActive()) {
+                  library.show(std::nullopt);
+              }
+          }),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
         tieBar();
+    }
+
+    static SettingsPrograms::Page pageOf(Permissions::Pane pane) {
+        using Page = SettingsPrograms::Page;
+        constexpr Page kPages[] = {Page::screen, Page::camera, Page::sound}; // in the order of the panes
+        return kPages[static_cast<std::size_t>(pane)];
+    }
+
+    static Permissions::Services welcomeServices(Platform& platform, Stores& stores) {
+        return {platform.capture,
+                stores.permissions,
+                stores.permissions,
+                platform.timers,
+                [](Permissions::Pane pane) { SettingsPrograms::open(pageOf(pane)); },
+                [](Permissions::Pane pane) { return SettingsPrograms::commandFor(pageOf(pane)).has_value(); }};
     }
 
     static void showTemplates(FileActions& files) {
@@ -206,6 +240,7 @@ struct Composition::Surfaces {
     KitPanel kitPanel;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
+    WelcomeWindow welcome;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
 };
@@ -220,7 +255,7 @@ Composition::Composition()
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
     session_->rescue.watch(*session_->recorder);
-    surfaces_ = std::make_unique<Surfaces>(*platform_, *stores_, *session_->recorder);
+    surfaces_ = std::make_unique<Surfaces>(*platform_, *stores_, *session_->recorder, session_->window);
     session_->recorder->attach(sessionSurfaces());
     hotKeys_ = std::make_unique<HotKeys>(platform_->hotKeys, recordingKeys(*session_->recorder), &postToMain, &logLine);
     delegate_ = std::make_unique<AppDelegate>(shell());
@@ -256,7 +291,7 @@ SessionServices Composition::sessionServices() {
             platform_->application, platform_->screens,
             platform_->power,       platform_->disk,
             platform_->capture,     session_->recorders,
-            stores_->devices,       platform_->permissions,
+            stores_->devices,       stores_->permissions,
             stores_->libraryStore,  platform_->mixer,
             &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
 }
@@ -282,6 +317,10 @@ Shell Composition::shell() {
     shell.startDisplayWatch = [this] { platform_->displayWatch.start(); };
     shell.setMainMenu = [this](const ShellActions& actions) { buildMainMenu(*session_->window.menuBar(), actions); };
     shell.isOnboarded = [this] { return stores_->prefs.onboarded.value(); };
+    shell.showWelcome = [this] {
+        surfaces_->welcome.present();
+        platform_->application.toFront();
+    };
     shell.showAbout = [this] {
         (new AboutPanel)->present(); // goes by itself
         platform_->application.toFront();

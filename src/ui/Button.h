@@ -29,6 +29,8 @@ public:
     void setSymbol(const QString& name);
     /// Quieter icon, for what is used rarely; a small square has no fill at rest.
     void setSubdued(bool subdued);
+    /// The first choice among ghost buttons: lit outline and text.
+    void setEmphasized(bool emphasized);
 
     /// A small mark in the corner: a click opens a menu.
     void setHasMenu(bool hasMenu);
@@ -64,6 +66,7 @@ private:
     const ButtonStyle style_;
     QString symbol_;
     bool subdued_ = false;
+    bool emphasized_ = false;
     bool hasMenu_ = false;
     bool showsFocus_ = false;
     Fade hover_;

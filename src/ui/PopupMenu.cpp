@@ -1,11 +1,16 @@
 #include "ui/PopupMenu.h"
 
+#include "ui/Symbol.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
+
+#include <algorithm>
 
 namespace velmo {
 
 namespace {
+
+constexpr int kMark = 16;
 
 QString css(const QColor& color) {
     return QStringLiteral("rgba(%1,%2,%3,%4)").arg(color.red()).arg(color.green()).arg(color.blue()).arg(color.alpha());
@@ -31,6 +36,22 @@ PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
     setAttribute(Qt::WA_TranslucentBackground);
     setFont(Type::font(TextStyle::body));
     setStyleSheet(sheet());
+    connect(this, &QMenu::aboutToShow, this, &PopupMenu::markChecked);
+}
+
+/// A check before what is checked; the others of such a menu stand in the same column.
+void PopupMenu::markChecked() {
+    const QList<QAction*> all = actions();
+    const bool marks = std::any_of(all.begin(), all.end(), [](const QAction* action) { return action->isCheckable(); });
+    QPixmap blank(kMark, kMark);
+    blank.fill(Qt::transparent);
+    for (QAction* action : all) {
+        if (marks && (action->isCheckable() || action->icon().isNull())) {
+            const bool checked = action->isChecked();
+            action->setIcon(checked ? Symbol::pixmap(QStringLiteral("checkmark"), kMark, Theme::sky, devicePixelRatioF())
+                                    : blank);
+        }
+    }
 }
 
 } // namespace velmo

@@ -9,6 +9,9 @@ class PopupMenu final : public QMenu {
     Q_OBJECT
 public:
     explicit PopupMenu(QWidget* parent = nullptr);
+
+private:
+    void markChecked();
 };
 
 } // namespace velmo
