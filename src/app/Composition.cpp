@@ -2,11 +2,11 @@
 
 #include "app/AboutPanel.h"
 #include "app/ClassKitAdapter.h"
-#include "app/DeviceAccess.h"
 #include "app/Credit.h"
 #include "app/DesktopApplication.h"
 #include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
+#include "app/DeviceAccess.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
@@ -181,11 +181,12 @@ struct Composition::Surfaces {
           setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, stores.profiles,
                       [&platform] { showTemplates(platform.files); }},
                      {kitSection(stores.classKit)}),
-          welcome(welcomeServices(platform, stores), stores.prefs, [&recorder, &library] {
-              if (!recorder.isActive()) {
-                  library.show(std::nullopt);
-              }
-          }),
+          welcome(welcomeServices(platform, stores), stores.prefs,
+                  [&recorder, &library] {
+                      if (!recorder.isActive()) {
+                          library.show(std::nullopt);
+                      }
+                  }),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
         tieBar();

@@ -122,13 +122,12 @@ void DeviceAccess::lookForMicrophone() {
         conclusion(DeviceFinding::granted); // not opened again and again while it works
         return;
     }
-    auto opened = services_.microphones.openMicrophone(
-        device->uniqueID, *services_.queue,
-        [conclusion, told = false](const Sample&) mutable {
-            if (!std::exchange(told, true)) {
-                conclusion(DeviceFinding::granted);
-            }
-        });
+    auto opened = services_.microphones.openMicrophone(device->uniqueID, *services_.queue,
+                                                       [conclusion, told = false](const Sample&) mutable {
+                                                           if (!std::exchange(told, true)) {
+                                                               conclusion(DeviceFinding::granted);
+                                                           }
+                                                       });
     if (!opened) {
         conclusion(DeviceFinding::refused);
         return;

@@ -19,7 +19,7 @@ constexpr int kWidth = 620;
 constexpr int kHeight = 600;
 constexpr double kRadius = 16;
 constexpr int kCloseFromEdge = 14;
-constexpr double kChalkY = 150;     ///< under the title
+constexpr double kChalkY = 150; ///< under the title
 constexpr double kChalkWidth = 170;
 
 } // namespace

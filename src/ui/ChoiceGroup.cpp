@@ -17,6 +17,7 @@ void ChoiceGroup::add(const QString& id, QAbstractButton* button) {
     buttons_.push_back(button);
     ids_.push_back(id);
     connect(button, &QAbstractButton::clicked, this, [this, id] { choose(id); });
+    guideTab();
 }
 
 void ChoiceGroup::setCurrent(const QString& id) {
@@ -33,6 +34,15 @@ void ChoiceGroup::setCurrent(const QString& id) {
             buttons_[i]->setChecked(true);
         }
     }
+    guideTab();
+}
+
+/// Tab stops once in the group: at what is chosen, else at the first.
+void ChoiceGroup::guideTab() {
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        const bool stop = current_.isEmpty() ? i == 0 : ids_[i] == current_;
+        buttons_[i]->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 QString ChoiceGroup::current() const {
@@ -42,6 +52,7 @@ QString ChoiceGroup::current() const {
 void ChoiceGroup::choose(const QString& id) {
     if (id != current_) {
         current_ = id;
+        guideTab();
         emit picked(id);
     }
 }

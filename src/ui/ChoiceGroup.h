@@ -30,6 +30,7 @@ signals:
 
 private:
     void choose(const QString& id);
+    void guideTab();
 
     std::vector<QAbstractButton*> buttons_;
     std::vector<QString> ids_; // one for each button

@@ -48,8 +48,8 @@ void PopupMenu::markChecked() {
     for (QAction* action : all) {
         if (marks && (action->isCheckable() || action->icon().isNull())) {
             const bool checked = action->isChecked();
-            action->setIcon(checked ? Symbol::pixmap(QStringLiteral("checkmark"), kMark, Theme::sky, devicePixelRatioF())
-                                    : blank);
+            action->setIcon(
+                checked ? Symbol::pixmap(QStringLiteral("checkmark"), kMark, Theme::sky, devicePixelRatioF()) : blank);
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include "ui/Painting.h"
 #include "ui/PlainText.h"
+#include "ui/ScrollLook.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
@@ -11,6 +12,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -50,6 +52,7 @@ void dress(QPlainTextEdit& editor) {
     editor.setPalette(colors);
     // The palette's base would not do: a style sheet of the application paints over it.
     editor.setStyleSheet(QStringLiteral("QPlainTextEdit { background: transparent; border: none; }"));
+    editor.verticalScrollBar()->setStyleSheet(ScrollLook::sheet());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "Easel.h"
 #include "SetupStates.h"
 #include "SpeakingMicrophones.h"
+#include "WelcomeStates.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "panels/Alerts.h"
@@ -241,6 +242,7 @@ int main(int count, char** arguments) {
     const velmo::Backdrop backdrop;
     const velmo::Easel easel(folder);
     velmo::SetupStates::showAll(easel);
+    velmo::WelcomeStates::showAll(easel);
     velmo::Gallery(easel).showAll();
     return 0;
 }

@@ -158,7 +158,8 @@ private:
         prefs.showName = true;
         prefs.presenterName = QStringLiteral("María de los Ángeles Fernández-Villavicencio y Gutiérrez");
         prefs.presenterRole = QStringLiteral("Departamento de Matemáticas Aplicadas y Computación");
-        prefs.scriptText = QStringLiteral("Hoy vamos a ver qué es una derivada direccional y para qué sirve.\n").repeated(12);
+        prefs.scriptText =
+            QStringLiteral("Hoy vamos a ver qué es una derivada direccional y para qué sirve.\n").repeated(12);
         prefs.shortcutModifier = ShortcutModifier::controlAlt;
         const auto panel = make();
         save(QStringLiteral("long-texts"), *panel);
@@ -176,6 +177,7 @@ private:
         more(true);
         store.setBoolean(QStringLiteral("panel.burbuja"), true);
         const auto panel = make();
+        Easel::wait(300);
         for (int i = 0; i < 24; ++i) {
             QWidget* now = QApplication::focusWidget();
             if (now != nullptr && (i == 3 || i == 4 || i == 12 || i == 13 || i == 15 || i == 17)) {
@@ -196,9 +198,7 @@ private:
 
     void profilesMenu() {
         const auto panel = make();
-        const auto open = [&panel] {
-            panel->findChild<ProfilesMenu*>()->findChild<QAbstractButton*>()->click();
-        };
+        const auto open = [&panel] { panel->findChild<ProfilesMenu*>()->findChild<QAbstractButton*>()->click(); };
         open();
         save(QStringLiteral("profiles-none"), *panel);
         QApplication::activePopupWidget()->close();

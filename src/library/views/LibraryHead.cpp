@@ -2,8 +2,8 @@
 
 #include "settings/Format.h"
 #include "ui/Button.h"
-#include "ui/Label.h"
 #include "ui/ChalkBoard.h"
+#include "ui/Label.h"
 #include "ui/Theme.h"
 
 #include <QHBoxLayout>
@@ -71,7 +71,7 @@ void LibraryHead::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRect title = title_->geometry();
     ChalkBoard::paintStroke(painter, {double(title.left()), title.bottom() + 4.0},
-               QFontMetricsF(title_->font()).horizontalAdvance(title_->text()) + 4);
+                            QFontMetricsF(title_->font()).horizontalAdvance(title_->text()) + 4);
 }
 
 } // namespace velmo

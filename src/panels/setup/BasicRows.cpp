@@ -31,6 +31,7 @@ QWidget* makeNameField(Prefs& prefs, Setting<QString>& setting, const QString& p
     Rows::follow(*field, prefs, {&setting}, [field, &setting] {
         if (field->text() != setting.value()) {
             field->setText(setting.value());
+            field->setCursorPosition(0); // a long name is seen from its beginning
         }
     });
     return field;

@@ -21,8 +21,7 @@ constexpr int kBetweenPickers = 8;
 } // namespace
 
 DevicesSection::DevicesSection(SetupContext& context, QWidget* parent)
-    : QWidget(parent), context_(context),
-      camera_(new Picker(QStringLiteral("video.fill"), QStringLiteral("Cámara"))),
+    : QWidget(parent), context_(context), camera_(new Picker(QStringLiteral("video.fill"), QStringLiteral("Cámara"))),
       microphone_(new Picker(QStringLiteral("mic.fill"), QStringLiteral("Micrófono"))), meter_(new LevelMeter),
       meterRow_(makeMeter()) {
     Prefs& prefs = context.prefs;
@@ -65,8 +64,7 @@ void DevicesSection::refresh() {
     const Prefs& prefs = context_.prefs;
     const auto camera = context_.devices.camera(prefs.cameraID.value());
     // A camera can always be had where there is one: no word for none then.
-    DevicePicker::show(*camera_, context_.devices.cameras(), camera,
-                       camera ? QString() : QStringLiteral("Sin cámara"));
+    DevicePicker::show(*camera_, context_.devices.cameras(), camera, camera ? QString() : QStringLiteral("Sin cámara"));
     camera_->setVisible(usesCamera(prefs.mode));
     const auto microphone = context_.devices.microphone(prefs.micID.value());
     DevicePicker::show(*microphone_, context_.devices.microphones(), microphone, QStringLiteral("Sin micrófono"));

@@ -9,8 +9,7 @@
 
 namespace velmo {
 
-ModePicker::ModePicker(SetupContext& context, QWidget* parent)
-    : ChoiceGroup(QStringLiteral("Qué se graba"), parent) {
+ModePicker::ModePicker(SetupContext& context, QWidget* parent) : ChoiceGroup(QStringLiteral("Qué se graba"), parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Rows::kRoom, 0, Rows::kRoom, 0);
     row->setSpacing(8);

@@ -59,7 +59,8 @@ QWidget* makeTemplates(const std::function<void()>& showTemplates) {
     templates->setToolTip(QString::fromUtf8(PlatformWords::kTemplates.here));
     templates->setAccessibleDescription(templates->toolTip());
     templates->setEnabled(bool(showTemplates));
-    QObject::connect(templates, &Button::clicked, templates, showTemplates ? showTemplates : [] {});
+    QObject::connect(
+        templates, &Button::clicked, templates, showTemplates ? showTemplates : [] {});
     box->addWidget(templates);
     return row;
 }

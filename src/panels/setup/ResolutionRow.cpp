@@ -76,9 +76,8 @@ QWidget* ResolutionRow::makeNote() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
     row->addWidget(new SymbolLabel(QStringLiteral("bolt.fill"), 14, Theme::gold), 0, Qt::AlignTop);
-    row->addWidget(makeWrappedLabel(QString::fromUtf8(PlatformWords::kNormalIsFluid.here), TextStyle::caption,
-                                    Theme::muted),
-                   1);
+    row->addWidget(
+        makeWrappedLabel(QString::fromUtf8(PlatformWords::kNormalIsFluid.here), TextStyle::caption, Theme::muted), 1);
     auto* use = new Button(ButtonStyle::ghost, QStringLiteral("Usar"));
     connect(use, &Button::clicked, this, [this] {
         prefs_.videoQuality = VideoQuality::fullHD;

@@ -51,10 +51,10 @@ SaveProfileDialog::SaveProfileDialog(QWidget* parent)
         column->addLayout(row);
     };
     inset(makeLabel(windowTitle(), TextStyle::heading, Theme::sand), 0);
-    inset(makeWrappedLabel(
-              QStringLiteral("Guarda todo el panel: modo, cámaras, burbuja, video, zoom y cámara completa."),
-              TextStyle::body, Theme::muted),
-          0);
+    inset(
+        makeWrappedLabel(QStringLiteral("Guarda todo el panel: modo, cámaras, burbuja, video, zoom y cámara completa."),
+                         TextStyle::body, Theme::muted),
+        0);
     column->addSpacing(4);
     inset(name_, TextField::kRoom);
     column->addSpacing(8);

@@ -21,8 +21,7 @@ QString screenTitle(const Screen& screen, std::size_t index) {
 } // namespace
 
 SourcesSection::SourcesSection(SetupContext& context, QWidget* parent)
-    : QWidget(parent), context_(context),
-      screen_(new Picker(QStringLiteral("display"), QStringLiteral("Pantalla"))),
+    : QWidget(parent), context_(context), screen_(new Picker(QStringLiteral("display"), QStringLiteral("Pantalla"))),
       secondCamera_(new Picker(QStringLiteral("video.badge.plus"), QStringLiteral("Segunda cámara"))) {
     Prefs& prefs = context.prefs;
     connect(screen_, &Picker::opening, this, &SourcesSection::refreshScreens);

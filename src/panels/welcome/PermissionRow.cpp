@@ -47,8 +47,8 @@ PermissionRow::PermissionRow(const Words& words, QWidget* parent)
     row->addWidget(new IconTile(words.symbol, Theme::sky, Theme::surface2, nullptr, kTile));
     row->addLayout(texts, 1);
     instead_->setContentsMargins(0, 0, Button::kRoom, 0);
-    for (QWidget* end : {done_, static_cast<QWidget*>(instead_), static_cast<QWidget*>(allow_),
-                         static_cast<QWidget*>(settings_)}) {
+    for (QWidget* end :
+         {done_, static_cast<QWidget*>(instead_), static_cast<QWidget*>(allow_), static_cast<QWidget*>(settings_)}) {
         row->addWidget(end);
     }
     for (Button* button : {allow_, settings_}) {

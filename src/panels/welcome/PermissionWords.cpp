@@ -21,7 +21,8 @@ constexpr Words kMicrophone{"Conecta un micrófono y aparecerá aquí.", "Sin mi
                             "El servidor de sonido no deja abrir el micrófono.",
                             "El micrófono no da sonido. Revísalo en los ajustes de sonido."};
 constexpr const char* kNoCapture = "El servidor gráfico no deja grabar la pantalla. Entra con una sesión X11.";
-constexpr const char* kByHand = "En los ajustes";
+constexpr const char* kNotHere = "No disponible";
+constexpr const char* kNoAccess = "Sin acceso";
 
 } // namespace
 
@@ -29,7 +30,7 @@ Standing screen(PermissionState state, bool hasSettings) {
     Standing standing{state};
     if (state == PermissionState::denied && !hasSettings) {
         standing.word = QString::fromUtf8(kNoCapture);
-        standing.instead = QString::fromUtf8(kByHand);
+        standing.instead = QString::fromUtf8(kNotHere);
     }
     return standing;
 }
@@ -53,7 +54,7 @@ Standing device(Media media, PermissionState state, DeviceFinding finding, bool 
         break;
     }
     if (state == PermissionState::denied && !hasSettings) {
-        standing.instead = QString::fromUtf8(kByHand);
+        standing.instead = QString::fromUtf8(kNoAccess);
     }
     return standing;
 }

@@ -23,7 +23,7 @@ namespace velmo {
 
 namespace {
 
-constexpr int kLogo = 60;
+constexpr int kLogo = 68;
 constexpr int kSide = 44;
 constexpr int kTop = 36;
 constexpr int kChalkRoom = 18;
@@ -60,8 +60,9 @@ QLayout* makeNote() {
 
 WelcomeView::WelcomeView(Permissions& permissions, std::function<void()> onDone, QWidget* parent)
     : QWidget(parent), permissions_(permissions),
-      screen_(new PermissionRow({QStringLiteral("rectangle.dashed.badge.record"), QStringLiteral("Grabación de pantalla"),
-                                 QString::fromUtf8(PlatformWords::kMayAskToReopen.here)})),
+      screen_(
+          new PermissionRow({QStringLiteral("rectangle.dashed.badge.record"), QStringLiteral("Grabación de pantalla"),
+                             QString::fromUtf8(PlatformWords::kMayAskToReopen.here)})),
       camera_(new PermissionRow(
           {QStringLiteral("video.fill"), QStringLiteral("Cámara"), QStringLiteral("Para tu burbuja de video.")})),
       microphone_(new PermissionRow(
@@ -70,7 +71,7 @@ WelcomeView::WelcomeView(Permissions& permissions, std::function<void()> onDone,
     column->setContentsMargins(kSide, kTop, kSide, 16);
     column->setSpacing(0);
     column->addWidget(new LogoMark(kLogo), 0, Qt::AlignHCenter);
-    column->addSpacing(16);
+    column->addSpacing(14);
     QLabel* title = makeLabel(QStringLiteral("Bienvenido a Velmo Studio"), TextStyle::display, Theme::sand);
     title->setFont(Theme::headline(26));
     column->addWidget(centered(title));
@@ -78,8 +79,8 @@ WelcomeView::WelcomeView(Permissions& permissions, std::function<void()> onDone,
     column->addWidget(centered(makeLabel(QStringLiteral("Su quadrel digital interactiva · Escriba, explique y grabe."),
                                          TextStyle::body, Theme::muted)));
     column->addStretch(3);
-    column->addWidget(makeWrappedLabel(QString::fromUtf8(PlatformWords::kSystemNeedsPermission.here), TextStyle::body,
-                                       Theme::sand));
+    column->addWidget(
+        makeWrappedLabel(QString::fromUtf8(PlatformWords::kSystemNeedsPermission.here), TextStyle::body, Theme::sand));
     column->addSpacing(10);
     column->addWidget(makeRows());
     column->addSpacing(14);

@@ -32,8 +32,8 @@ void CameraPortal::request(std::function<void(bool)> answered) {
         return; // the question stands already
     }
     QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.connect(kService, answerPath(bus), QStringLiteral("org.freedesktop.portal.Request"),
-                QStringLiteral("Response"), this, SLOT(respond(unsigned, QVariantMap)));
+    bus.connect(kService, answerPath(bus), QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"),
+                this, SLOT(respond(unsigned, QVariantMap)));
     auto call = QDBusMessage::createMethodCall(kService, kPath, QStringLiteral("org.freedesktop.portal.Camera"),
                                                QStringLiteral("AccessCamera"));
     call.setArguments({QVariantMap{{QStringLiteral("handle_token"), kToken}}});

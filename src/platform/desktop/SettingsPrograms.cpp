@@ -72,15 +72,15 @@ QStringList commandOf(const QMap<QString, QString>& entry) {
 }
 
 bool isInstalled(const QStringList& command) {
-    return !command.isEmpty() && (QFileInfo(command.first()).isExecutable() ||
-                                  !QStandardPaths::findExecutable(command.first()).isEmpty());
+    return !command.isEmpty() &&
+           (QFileInfo(command.first()).isExecutable() || !QStandardPaths::findExecutable(command.first()).isEmpty());
 }
 
 } // namespace
 
 std::optional<QStringList> commandFor(Page page, const QStringList& folders, const QString& desktop) {
-    const auto places = std::find_if(std::begin(kPlaces), std::end(kPlaces),
-                                     [page](const Places& one) { return one.page == page; });
+    const auto places =
+        std::find_if(std::begin(kPlaces), std::end(kPlaces), [page](const Places& one) { return one.page == page; });
     for (const char* name : places->files) {
         for (const QString& folder : folders) {
             const QString path = folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".desktop");

@@ -44,7 +44,8 @@ void ColorPlane::setHue(int hue) {
 }
 
 QColor ColorPlane::color() const {
-    return QColor::fromHsvF(static_cast<float>(hue_ / 360.0), static_cast<float>(strength_), static_cast<float>(light_));
+    return QColor::fromHsvF(static_cast<float>(hue_ / 360.0), static_cast<float>(strength_),
+                            static_cast<float>(light_));
 }
 
 void ColorPlane::goTo(double strength, double light) {
