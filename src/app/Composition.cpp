@@ -7,6 +7,7 @@
 #include "app/DesktopFileChooser.h"
 #include "app/DesktopPointer.h"
 #include "app/DeviceAccess.h"
+#include "app/LaunchOptions.h"
 #include "app/LibraryAdapter.h"
 #include "app/MainMenu.h"
 #include "app/MixerAdapter.h"
@@ -21,15 +22,16 @@
 #include "classkit/SlideTemplates.h"
 #include "classkit/views/KitPanel.h"
 #include "classkit/views/KitSetupSection.h"
+#include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
 #include "library/views/LibraryWindow.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
 #include "panels/WelcomeWindow.h"
+#include "platform/JoinedCameras.h"
 #include "platform/desktop/CameraNodes.h"
 #include "platform/desktop/CameraPortal.h"
 #include "platform/desktop/DesktopFileActions.h"
@@ -44,8 +46,10 @@
 #include "platform/ffmpeg/FfmpegAssetInspector.h"
 #include "platform/ffmpeg/FfmpegAssetReaderFactory.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
+#include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/ffmpeg/FfmpegPassthroughWriterFactory.h"
 #include "platform/pulse/PulseAudioInputService.h"
+#include "platform/synthetic/SyntheticCameras.h"
 #include "platform/x11/X11InputMonitors.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "session/QtTimers.h"
@@ -54,8 +58,15 @@
 #include "settings/JsonDefaultsStore.h"
 #include "settings/Prefs.h"
 #include "settings/SettingsProfiles.h"
+#include "surfaces/BubbleController.h"
+#include "surfaces/CameraManager.h"
+#include "surfaces/PresenterWindow.h"
 #include "surfaces/RegionPicker.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/SecondBubbleController.h"
+#include "surfaces/SecondCameraManager.h"
 #include "surfaces/SpotlightOverlay.h"
+#include "surfaces/Teleprompter.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -65,6 +76,7 @@
 #include <syslog.h>
 
 #include <string>
+#include <vector>
 
 namespace velmo {
 namespace {
@@ -87,6 +99,10 @@ void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
 
+int ownProcess() {
+    return static_cast<int>(QCoreApplication::applicationPid());
+}
+
 } // namespace
 
 /// What the system gives.
@@ -97,9 +113,17 @@ struct Composition::Platform {
         }
         return [this](std::function<void(bool)> answered) { cameraPortal.request(std::move(answered)); };
     }
+    explicit Platform(const LaunchOptions& options)
+        : devices(clock, options.cameraSources),
+          syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
+          cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
+                                           : std::vector<CameraService*>{&devices}) {}
 
     const HostClock& clock = HostClock::shared();
     PulseAudioInputService audio{clock};
+    FfmpegCameras devices;
+    SyntheticCameras syntheticCameras;
+    JoinedCameras cameras;
     X11ScreenCapture capture{std::nullopt, &audio, clock};
     X11InputMonitors inputMonitors{std::nullopt, clock};
     FfmpegAssetWriterFactory writers{writerOptions()};
@@ -126,7 +150,7 @@ struct Composition::Platform {
 /// What is kept between launches.
 struct Composition::Stores {
     explicit Stores(Platform& platform)
-        : devices(nullptr, &platform.audio), classKit(defaults, kitServices(platform)),
+        : devices(&platform.cameras, &platform.audio), classKit(defaults, kitServices(platform)),
           permissions({devices, platform.audio, platform.timers, std::make_unique<ThreadQueue>("velmo.devices.access"),
                        [] { return CameraNodes::tryAll(); }, platform.askForCamera()}),
           library(Library::standardFolder(),
@@ -175,10 +199,27 @@ struct Composition::Session {
 /// What stands around a recording on the screen.
 struct Composition::Surfaces {
     Surfaces(Platform& platform, Stores& stores, RecorderController& recorder, LibraryWindowPort& library)
-        : classKit(stores.classKit), microphone(recorder, stores.prefs, stores.devices, platform.audio),
+        : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
+          secondCamera({platform.cameras, platform.clock}),
+          bubble({stores.prefs, platform.screens, platform.clock, platform.timers, camera.feed(), &NameTag::image},
+                 {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),
+          secondBubble(
+              {stores.prefs, platform.screens, platform.clock, platform.timers, secondCamera.feed(), &NameTag::image}),
+          presenter({stores.prefs,
+                     bubble,
+                     platform.capture,
+                     platform.clock,
+                     platform.timers,
+                     std::make_unique<ThreadQueue>("velmo.presenter"),
+                     {},
+                     ownProcess()}),
           countdown(platform.timers), kitPanel(stores.classKit, recorder, platform.screens),
-          controlBar({{recorder}, stores.prefs, &microphone, [this] { return around(); }}),
-          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, microphone, stores.profiles,
+          teleprompter({stores.prefs, platform.clock, platform.timers}),
+          controlBar({{recorder, &bubble, &secondBubble, nullptr, &teleprompter},
+                      stores.prefs,
+                      &camera,
+                      [this] { return around(); }}),
+          setupPanel({recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
                       [&platform] { showTemplates(platform.files); }},
                      {kitSection(stores.classKit)}),
           welcome(welcomeServices(platform, stores), stores.prefs,
@@ -188,8 +229,16 @@ struct Composition::Surfaces {
                       }
                   }),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
-                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}) {
+                     [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
+          drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
+        CameraManager::setShared(&camera);
+        SecondCameraManager::setShared(&secondCamera);
+        tieBubbles(platform.displayWatch);
         tieBar();
+    }
+    ~Surfaces() {
+        SecondCameraManager::setShared(nullptr);
+        CameraManager::setShared(nullptr);
     }
 
     static SettingsPrograms::Page pageOf(Permissions::Pane pane) {
@@ -223,31 +272,60 @@ struct Composition::Surfaces {
     BarSurroundings around() const {
         using Material = BarSurroundings::Material;
         BarSurroundings now;
+        now.hasVideo = camera.hasVideo();
+        now.hasSecondBubble = secondBubble.visible() || secondBubble.userHidden();
+        now.isDrawing = drawing.drawing();
         const Material there = kitPanel.visible() ? Material::shown : Material::hidden;
+        now.scriptVisible = teleprompter.visible();
         now.material = classKit.items().empty() ? Material::none : there;
         return now;
     }
 
+    void bringBubblesToFront() {
+        bubble.bringToFront();
+        secondBubble.bringToFront();
+    }
+
+    void tieBubbles(DisplayWatch& displays) {
+        QObject::connect(&camera, &CameraManager::levelChanged, &bubble, [this] { bubble.setLevel(camera.level()); });
+        displaysChange = displays.observe([this] {
+            bubble.reconnect();
+            secondBubble.reconnect();
+        });
+    }
+
     void tieBar() {
+        QObject::connect(&secondBubble, &SecondBubbleController::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&secondBubble, &SecondBubbleController::userHiddenChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&drawing, &ScreenDrawing::drawingChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&classKit, &ClassKit::itemsChanged, &controlBar, &ControlBar::refresh);
         QObject::connect(&kitPanel, &KitPanel::visibleChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&camera, &CameraManager::hasVideoChanged, &controlBar, &ControlBar::refresh);
+        QObject::connect(&teleprompter, &Teleprompter::visibleChanged, &controlBar, &ControlBar::refresh);
         controlBar.refresh();
     }
 
     const ClassKit& classKit;
 
-    MicrophoneMonitor microphone;
+    CameraManager camera;
+    SecondCameraManager secondCamera;
+    BubbleController bubble;
+    SecondBubbleController secondBubble;
+    PresenterWindow presenter;
     CountdownWindow countdown;
     KitPanel kitPanel;
+    Teleprompter teleprompter;
     ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     WelcomeWindow welcome;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
+    ScreenDrawing drawing;
+    DisplayWatch::Observation displaysChange;
 };
 
-Composition::Composition()
-    : platform_(std::make_unique<Platform>()), stores_(std::make_unique<Stores>(*platform_)),
+Composition::Composition(const LaunchOptions& options)
+    : platform_(std::make_unique<Platform>(options)), stores_(std::make_unique<Stores>(*platform_)),
       session_(std::make_unique<Session>(*platform_, *stores_)) {
     Prefs::setShared(&stores_->prefs);
     ClassKit::setShared(&stores_->classKit);
@@ -287,14 +365,10 @@ RecorderController& Composition::recorder() {
 }
 
 SessionServices Composition::sessionServices() {
-    return {stores_->prefs,         platform_->clock,
-            platform_->timers,      session_->rescue.alerts(),
-            platform_->application, platform_->screens,
-            platform_->power,       platform_->disk,
-            platform_->capture,     session_->recorders,
-            stores_->devices,       stores_->permissions,
-            stores_->libraryStore,  platform_->mixer,
-            &DiagLog::write,        static_cast<int>(QCoreApplication::applicationPid())};
+    return {stores_->prefs,         platform_->clock,    platform_->timers, session_->rescue.alerts(),
+            platform_->application, platform_->screens,  platform_->power,  platform_->disk,
+            platform_->capture,     session_->recorders, stores_->devices,  stores_->permissions,
+            stores_->libraryStore,  platform_->mixer,    &DiagLog::write,   ownProcess()};
 }
 
 SessionSurfaces Composition::sessionSurfaces() {
@@ -303,12 +377,18 @@ SessionSurfaces Composition::sessionSurfaces() {
     surfaces.setupPanel = &surfaces_->setupPanel;
     surfaces.controlBar = &surfaces_->controlBar;
     surfaces.kitPanel = &surfaces_->kitPanel;
+    surfaces.teleprompter = &surfaces_->teleprompter;
     surfaces.countdown = &surfaces_->countdown;
     surfaces.pointer = &platform_->pointer;
     surfaces.spotlight = &surfaces_->spotlight;
     surfaces.regionPicker = &surfaces_->regionPicker;
+    surfaces.drawing = &surfaces_->drawing;
     surfaces.inputMonitors = &platform_->inputMonitors;
-    surfaces.microphoneLevel = &surfaces_->microphone;
+    surfaces.camera = &surfaces_->camera;
+    surfaces.secondCamera = &surfaces_->secondCamera;
+    surfaces.bubble = &surfaces_->bubble;
+    surfaces.secondBubble = &surfaces_->secondBubble;
+    surfaces.presenter = &surfaces_->presenter;
     surfaces.classKit = &stores_->classMaterial;
     return surfaces;
 }

@@ -92,8 +92,8 @@ void DeviceAccess::lookForCamera() {
             QCoreApplication::instance(),
             [this, life, nodes] {
                 if (!life.expired()) {
-                    // Cameras of other kinds have no node.
-                    const bool listed = nodes == DeviceFinding::absent && !services_.devices.cameras().empty();
+                    // What is listed can be had, also where it has no node.
+                    const bool listed = !services_.devices.cameras().empty();
                     conclude(Media::video, listed ? DeviceFinding::granted : nodes);
                 }
             },

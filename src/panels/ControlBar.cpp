@@ -3,9 +3,9 @@
 #include "panels/ClockLabel.h"
 #include "panels/FlashStrip.h"
 #include "panels/LevelColumns.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/RecordingDot.h"
 #include "panels/ZoomGroup.h"
+#include "session/MicrophoneLevel.h"
 #include "settings/Format.h"
 #include "settings/Prefs.h"
 #include "ui/Button.h"
@@ -78,8 +78,8 @@ void ControlBar::watch() {
     connect(&recorder_, &Recorder::zoomLevelNowChanged, this, [this] { zoom_->setLevel(recorder_.zoomLevelNow()); });
     connect(&recorder_, &Recorder::elapsedChanged, this, &ControlBar::showClock);
     connect(&recorder_, &Recorder::flashChanged, this, [this] { flash_->setFlash(recorder_.flash()); });
-    if (const MicrophoneMonitor* const microphone = parts_.microphone) {
-        connect(microphone, &MicrophoneMonitor::levelChanged, this,
+    if (const MicrophoneLevel* const microphone = parts_.microphone) {
+        connect(microphone, &MicrophoneLevel::levelChanged, this,
                 [this, microphone] { level_->setLevel(microphone->level()); });
     }
 }

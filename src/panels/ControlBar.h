@@ -19,7 +19,7 @@ class Button;
 class ClockLabel;
 class FlashStrip;
 class LevelColumns;
-class MicrophoneMonitor;
+class MicrophoneLevel;
 class Prefs;
 class RecordingDot;
 class ZoomGroup;
@@ -36,7 +36,7 @@ public:
     struct Parts {
         BarTargets targets;
         const Prefs& prefs;
-        const MicrophoneMonitor* microphone = nullptr;   ///< may be null
+        const MicrophoneLevel* microphone = nullptr;     ///< may be null
         std::function<BarSurroundings()> surroundings{}; ///< asked whenever the bar is brought up to date; may be empty
     };
 

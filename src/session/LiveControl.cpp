@@ -47,9 +47,6 @@ void RecorderController::mark(const QString& title, std::optional<QString> locat
 }
 
 std::optional<double> RecorderController::microphoneLevel() const {
-    if (surfaces_.microphoneLevel != nullptr) {
-        return surfaces_.microphoneLevel->level();
-    }
     return surfaces_.camera != nullptr ? std::optional(surfaces_.camera->level()) : std::nullopt;
 }
 

@@ -92,11 +92,16 @@ void FloatingPanel::outlineChanged() {
     if (!isVisible() || composited_) {
         return;
     }
+    const QRegion seen = seenRegion();
+    setMask(seen.isEmpty() ? QRegion(-1, -1, 1, 1) : seen); // an empty mask would be none
+}
+
+QRegion FloatingPanel::seenRegion() const {
     QRegion seen;
     for (const QPolygonF& part : outline().toFillPolygons()) {
         seen += QRegion(part.toPolygon());
     }
-    setMask(seen);
+    return seen;
 }
 
 QPainterPath FloatingPanel::outline() const {
@@ -118,13 +123,28 @@ void FloatingPanel::giveKeyboardBack() {
     }
 }
 
+void FloatingPanel::takeMouse() {
+    X11Window::grabMouse(static_cast<std::uint32_t>(winId()));
+}
+
+void FloatingPanel::giveMouseBack() {
+    X11Window::releaseMouse();
+}
+
+void FloatingPanel::bringToFront() {
+    if (!isVisible()) {
+        return;
+    }
+    std::erase(shownPanels(), this);
+    shownPanels().push_back(this);
+    restack();
+}
+
 void FloatingPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     composited_ = X11Window::isComposited();
-    std::erase(shownPanels(), this);
-    shownPanels().push_back(this);
     shapeChanged();
-    restack();
+    bringToFront();
 }
 
 void FloatingPanel::resizeEvent(QResizeEvent* event) {
@@ -139,12 +159,14 @@ QPixmap FloatingPanel::paintedFloor() const {
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     const QRectF box = card();
+    const QColor fill = floor_.fill.isValid() ? floor_.fill : Theme::floating();
+    const QColor border = floor_.border.isValid() ? floor_.border : Theme::strongBorder();
     if (composited_) {
         Shadow::paint(painter, box, floor_.radius, *floor_.shadow);
-        Painting::roundedBox(painter, box, floor_.radius, Theme::floating(), Theme::strongBorder());
+        Painting::roundedBox(painter, box, floor_.radius, fill, border);
     } else {
-        painter.fillRect(rect(), Theme::withOpacity(Theme::floating(), 1));
-        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, Theme::strongBorder());
+        painter.fillRect(rect(), Theme::withOpacity(fill, 1));
+        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, border);
     }
     return pixmap;
 }

@@ -2,6 +2,7 @@
 
 #include "ui/Shadow.h"
 
+#include <QColor>
 #include <QPainterPath>
 #include <QPixmap>
 #include <QRegion>
@@ -32,6 +33,8 @@ public:
     struct Floor {
         double radius = 16;
         std::optional<Elevation> shadow = Elevation::floating; ///< absent: the panel paints itself, without a card
+        QColor fill = {};                                      ///< invalid: those of all floating cards
+        QColor border = {};
     };
 
     FloatingPanel(PanelLevel level, Floor floor);
@@ -41,6 +44,8 @@ public:
     /// The card on the screen, in Qt's coordinates.
     QRect cardGeometry() const;
     void setCardGeometry(const QRect& card);
+    /// In front of all panels of its level. Nothing while hidden.
+    void bringToFront();
     /// Mouse and touch go to what is behind.
     void setClickThrough(bool through);
     /// Dragging what is no control moves the panel.
@@ -53,14 +58,20 @@ protected:
     virtual QRegion mouseRegion() const;
     /// All that is seen where no compositing manager makes the rest clear, in own coordinates.
     virtual QPainterPath outline() const;
+    /// The same as a region. A panel that knows its pixels better than a path overrides it.
+    virtual QRegion seenRegion() const;
     /// To be called when `card` or `mouseRegion` changed without a change of size.
     void shapeChanged();
-    /// To be called when only `outline` changed.
+    /// To be called when only `outline` or `seenRegion` changed.
     void outlineChanged();
     /// The keyboard comes to this panel until it is given back to who had it. No window manager is asked, and global
     /// keys go on working. Only while shown.
     void takeKeyboard();
     void giveKeyboardBack();
+    /// All mouse events that no other window of the program gets come to this panel, wherever the mouse is, until it is
+    /// given back. Only while shown.
+    void takeMouse();
+    void giveMouseBack();
     /// Whether what lies behind the panel shows through it. Known once it was shown.
     bool isComposited() const { return composited_; }
 

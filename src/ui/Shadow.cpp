@@ -1,5 +1,7 @@
 #include "ui/Shadow.h"
 
+#include "ui/Blur.h"
+
 #include <QCache>
 #include <QColor>
 #include <QImage>
@@ -9,23 +11,16 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
-#include <vector>
 
 namespace velmo::Shadow {
 
 namespace {
 
-struct Layer {
-    double down;
-    double blur;
-    double opacity;
-};
-
-constexpr Layer kHover[] = {{6, 16, 0.35}};
-constexpr Layer kFloating[] = {{10, 26, 0.42}, {2, 6, 0.30}};
-constexpr Layer kDialog[] = {{18, 48, 0.50}};
+constexpr Soft kHover[] = {{6, 16, 0.35}};
+constexpr Soft kFloating[] = {{10, 26, 0.42}, {2, 6, 0.30}};
+constexpr Soft kDialog[] = {{18, 48, 0.50}};
 // Narrower than the button, so that it has faded out where the button's own room ends.
-constexpr Layer kGlow = {5, 13, 0.45};
+constexpr Soft kGlow = {5, 13, 0.45};
 constexpr double kGlowInset = 13;
 constexpr double kGlowReach = 16;
 
@@ -34,7 +29,7 @@ double reach(double blurWidth) {
     return 2 * std::ceil(1.25 * blurWidth / 2);
 }
 
-std::span<const Layer> layers(Elevation elevation) {
+std::span<const Soft> layers(Elevation elevation) {
     switch (elevation) {
     case Elevation::hover:
         return kHover;
@@ -44,37 +39,6 @@ std::span<const Layer> layers(Elevation elevation) {
         return kDialog;
     }
     return {};
-}
-
-/// One pass of a running mean of 2 * `radius` + 1 over a line of `count` values, `step` bytes apart.
-void blurLine(uchar* line, int count, std::ptrdiff_t step, int radius, std::vector<uchar>& copy) {
-    copy.resize(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        copy[static_cast<std::size_t>(i)] = line[i * step];
-    }
-    const auto at = [&](int i) {
-        return i < 0 || i >= count ? 0 : static_cast<int>(copy[static_cast<std::size_t>(i)]);
-    };
-    int sum = 0;
-    for (int i = -radius; i <= radius; ++i) {
-        sum += at(i);
-    }
-    for (int i = 0; i < count; ++i) {
-        line[i * step] = static_cast<uchar>(sum / (2 * radius + 1));
-        sum += at(i + radius + 1) - at(i - radius);
-    }
-}
-
-void blur(QImage& alpha, int radius) {
-    std::vector<uchar> copy;
-    for (int pass = 0; pass < 3; ++pass) {
-        for (int y = 0; y < alpha.height(); ++y) {
-            blurLine(alpha.scanLine(y), alpha.width(), 1, radius, copy);
-        }
-        for (int x = 0; x < alpha.width(); ++x) {
-            blurLine(alpha.bits() + x, alpha.height(), alpha.bytesPerLine(), radius, copy);
-        }
-    }
 }
 
 /// A rounded square with soft edges, as small as its corners allow, at half size: it is soft anyway.
@@ -97,7 +61,7 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     painter.drawRoundedRect(QRectF(out, out, 2 * side - 2 * out, 2 * side - 2 * out), radius, radius);
     painter.end();
     // Three boxes, at half size, that together reach just that far.
-    blur(alpha, std::max(1, static_cast<int>(out / 6)));
+    Blur::boxes(alpha, std::max(1, static_cast<int>(out / 6)));
     QImage tinted(side, side, QImage::Format_ARGB32_Premultiplied);
     tinted.fill(0);
     QPainter tint(&tinted);
@@ -110,7 +74,7 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     return *made;
 }
 
-void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Layer& layer, QColor color) {
+void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Soft& layer, QColor color) {
     color.setAlphaF(static_cast<float>(layer.opacity));
     const double out = reach(layer.blur);
     const double shapeRadius = std::min({radius, shape.width() / 2, shape.height() / 2});
@@ -140,21 +104,31 @@ void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Lay
 
 } // namespace
 
+QMargins margins(const Soft& shadow) {
+    const int around = static_cast<int>(std::ceil(reach(shadow.blur)));
+    const int down = static_cast<int>(shadow.down);
+    return {around, around - down, around, around + down};
+}
+
 QMargins margins(Elevation elevation) {
     QMargins room;
-    for (const Layer& layer : layers(elevation)) {
-        const int around = static_cast<int>(std::ceil(reach(layer.blur)));
-        const int down = static_cast<int>(layer.down);
-        room = QMargins(std::max(room.left(), around), std::max(room.top(), around - down),
-                        std::max(room.right(), around), std::max(room.bottom(), around + down));
+    for (const Soft& layer : layers(elevation)) {
+        room = room | margins(layer);
     }
     return room;
 }
 
 void paint(QPainter& painter, const QRectF& shape, double radius, Elevation elevation) {
-    for (const Layer& layer : layers(elevation)) {
+    for (const Soft& layer : layers(elevation)) {
         paintLayer(painter, shape, radius, layer, Qt::black);
     }
+}
+
+void paint(QPainter& painter, const QRectF& shape, double radius, const Soft& shadow) {
+    const double before = painter.opacity();
+    painter.setOpacity(before * shadow.opacity);
+    paintLayer(painter, shape, radius, {shadow.down, shadow.blur, 1}, Qt::black);
+    painter.setOpacity(before);
 }
 
 void paintGlow(QPainter& painter, const QRectF& shape, double radius, const QColor& color) {

@@ -1,16 +1,17 @@
 // velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
 
 #include "Easel.h"
+#include "PresenterStates.h"
 #include "SetupStates.h"
-#include "SpeakingMicrophones.h"
 #include "WelcomeStates.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
 #include "session/QtTimers.h"
+#include "support/FakeMicrophoneLevel.h"
+#include "surfaces/Teleprompter.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -32,6 +33,8 @@
 
 namespace velmo {
 namespace {
+
+constexpr double kSpeaking = 0.67; // of the meter
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
 class Backdrop final : public QWidget {
@@ -66,8 +69,12 @@ public:
         symbols();
         classMaterial();
         controlBar();
+        teleprompter();
         countdownWindow();
         dialogs();
+        showPresenter(screens.screens.front(), [this](const QString& name) {
+            save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
+        });
     }
 
 private:
@@ -126,14 +133,15 @@ private:
     }
 
     void controlBar() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
+        test::FakeMicrophoneLevel microphone;
         BarSurroundings around;
-        ControlBar bar({{*controller}, prefs, &monitor, [&around] { return around; }});
+        ControlBar bar({{*controller}, prefs, &microphone, [&around] { return around; }});
         record();
         advance(767);
         const Screen screen = screens.screens.front();
         const auto barPlace = [&bar] { return bar.geometry(); };
         bar.show(screen);
+        microphone.say(kSpeaking);
         save(QStringLiteral("bar-recording"), barPlace);
         around.material = BarSurroundings::Material::shown;
         bar.refresh();
@@ -173,6 +181,45 @@ private:
         wait(200);
         save(QStringLiteral("bar-camera-only"), barPlace);
         prefs.mode = RecordMode::screen;
+    }
+
+    void teleprompter() {
+        QtTimers realTimers;
+        Teleprompter prompter({prefs, HostClock::shared(), realTimers});
+        const auto place = [] {
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible() && window->windowTitle().endsWith(QStringLiteral("guion"))) {
+                    return window->geometry();
+                }
+            }
+            return QRect();
+        };
+        prefs.scriptText =
+            QStringLiteral("Para empezar quiero contestar una pregunta sencilla: ¿qué pasa con la función si muevo "
+                           "solo una variable? Eso es una derivada parcial. Imaginen que caminan por una ladera: hacia "
+                           "el norte sube, hacia el este baja. La derivada parcial mide cada camino por su lado.");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-begin"), place);
+        prompter.play();
+        wait(1300);
+        save(QStringLiteral("prompter-playing"), place);
+        prompter.pause();
+        for (int i = 0; i < 3; ++i) {
+            prompter.smallerText();
+        }
+        save(QStringLiteral("prompter-small-letters"), place);
+        for (int i = 0; i < 10; ++i) {
+            prompter.biggerText();
+        }
+        save(QStringLiteral("prompter-large-letters"), place);
+        prefs.prompterFont = 28;
+        prompter.hide();
+        prefs.scriptText =
+            QStringLiteral("שלום לכולם, היום נלמד על נגזרות חלקיות. مرحبا بكم في درس اليوم عن المشتقات.\n\n"
+                           "Supercalifragilisticoespialidosamenteinterminablementelargoysinespacios 3 × 4");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-scripts"), place);
+        prompter.hide();
     }
 
     void countdownWindow() {
@@ -222,8 +269,6 @@ private:
     }
 
     const Easel& easel_;
-    SpeakingMicrophones inputs_;
-    Devices speaking_{nullptr, &inputs_};
 };
 
 } // namespace

@@ -1,9 +1,8 @@
 #include "SetupStates.h"
 
-#include "SpeakingMicrophones.h"
+#include "TwoMicrophones.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitSetupSection.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/SetupPanel.h"
 #include "panels/setup/ProfilesMenu.h"
 #include "panels/setup/SaveProfileDialog.h"
@@ -13,6 +12,7 @@
 #include "ui/PopupMenu.h"
 #include "ui/TextArea.h"
 #include "ui/TextField.h"
+#include "support/FakeMicrophoneLevel.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
 
@@ -66,11 +66,12 @@ private:
 
     std::unique_ptr<SetupPanel> make() {
         auto panel = std::make_unique<SetupPanel>(
-            SetupContext{*controller, prefs, speaking_, screens, monitor_, profiles_, [] {}},
+            SetupContext{*controller, prefs, speaking_, screens, microphone_, profiles_, [] {}},
             std::vector<SetupSection>{{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                                         QStringLiteral("panel.material"), false},
                                        [this] { return new KitSetupSection(kit_); }}});
         panel->show();
+        microphone_.say(0.67);
         return panel;
     }
     void save(const QString& name, const SetupPanel& panel) {
@@ -218,9 +219,9 @@ private:
     }
 
     const Easel& easel_;
-    SpeakingMicrophones inputs_;
+    TwoMicrophones inputs_;
     Devices speaking_{&cameras, &inputs_};
-    MicrophoneMonitor monitor_{*controller, prefs, speaking_, inputs_};
+    test::FakeMicrophoneLevel microphone_;
     SettingsProfiles profiles_{store, [this] { prefs.reload(); }};
     test::KitWorld around_;
     ClassKit kit_;

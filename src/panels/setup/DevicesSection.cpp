@@ -1,6 +1,6 @@
 #include "panels/setup/DevicesSection.h"
 
-#include "panels/MicrophoneMonitor.h"
+#include "session/MicrophoneLevel.h"
 #include "panels/setup/DevicePicker.h"
 #include "panels/setup/Rows.h"
 #include "panels/setup/SetupContext.h"
@@ -55,7 +55,7 @@ QWidget* DevicesSection::makeMeter() {
     column->addWidget(meter_);
     column->addWidget(
         makeWrappedLabel(QStringLiteral("Habla: si se mueve, te escucha"), TextStyle::caption, Theme::muted));
-    connect(&context_.microphone, &MicrophoneMonitor::levelChanged, meter_,
+    connect(&context_.microphone, &MicrophoneLevel::levelChanged, meter_,
             [this] { meter_->setLevel(context_.microphone.level()); });
     return row;
 }

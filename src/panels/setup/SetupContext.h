@@ -8,7 +8,7 @@
 
 namespace velmo {
 
-class MicrophoneMonitor;
+class MicrophoneLevel;
 class RecorderController;
 class SettingsProfiles;
 
@@ -18,7 +18,7 @@ struct SetupContext {
     Prefs& prefs;
     const Devices& devices;
     const Screens& screens;
-    MicrophoneMonitor& microphone;
+    const MicrophoneLevel& microphone;
     SettingsProfiles& profiles;
     /// Shows the slide templates that leave the camera's side free.
     std::function<void()> showTemplates = {};

@@ -83,4 +83,27 @@ void setKeyboardOwner(std::uint32_t window) {
         &std::free);
 }
 
+void grabMouse(std::uint32_t window) {
+    xcb_connection_t* x11 = connection();
+    if (x11 == nullptr) {
+        return;
+    }
+    constexpr std::uint16_t kEvents =
+        XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
+    constexpr std::uint8_t kOtherWindowsGetTheirs = 1;
+    const Reply<xcb_grab_pointer_reply_t> reply(
+        xcb_grab_pointer_reply(x11,
+                               xcb_grab_pointer(x11, kOtherWindowsGetTheirs, window, kEvents, XCB_GRAB_MODE_ASYNC,
+                                                XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+                               nullptr),
+        &std::free);
+}
+
+void releaseMouse() {
+    if (xcb_connection_t* x11 = connection()) {
+        xcb_ungrab_pointer(x11, XCB_CURRENT_TIME);
+        xcb_flush(x11);
+    }
+}
+
 } // namespace velmo::X11Window

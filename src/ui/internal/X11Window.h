@@ -19,4 +19,8 @@ std::uint32_t keyboardOwner();
 /// gone or is not shown gets nothing.
 void setKeyboardOwner(std::uint32_t window);
 
+/// Buttons and movements that belong to no other window of this program go to `window`, until released.
+void grabMouse(std::uint32_t window);
+void releaseMouse();
+
 } // namespace velmo::X11Window

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panels/MicrophoneMonitor.h"
+#include "support/FakeMicrophoneLevel.h"
 #include "panels/SetupPanel.h"
 #include "settings/SettingsProfiles.h"
 #include "unit/session/World.h"
@@ -32,7 +32,7 @@ protected:
 
     std::unique_ptr<SetupPanel> make(std::vector<SetupSection> material = {}) {
         return std::make_unique<SetupPanel>(
-            SetupContext{*controller, prefs, real, screens, monitor, profiles, [this] { ++templatesShown; }},
+            SetupContext{*controller, prefs, real, screens, microphone, profiles, [this] { ++templatesShown; }},
             std::move(material));
     }
     /// By what is read on it, else by what assistive technology calls it.
@@ -53,7 +53,7 @@ protected:
 
     TwoMicrophones inputs;
     Devices real{&cameras, &inputs};
-    MicrophoneMonitor monitor{*controller, prefs, real, inputs};
+    FakeMicrophoneLevel microphone;
     SettingsProfiles profiles{store, [this] { prefs.reload(); }};
     int templatesShown = 0;
 };

@@ -166,6 +166,9 @@ struct FakeCapture final : ScreenCaptureService {
                                                       StreamDelegate*) override {
         return Error{"test", 1, "not here"};
     }
+    void captureImage(const ContentFilter&, const StreamConfiguration&, ImageCompletion completion) override {
+        completion(Error{"test", 1, "not here"});
+    }
     bool preflightAccess() const override { return preflight; }
     bool requestAccess() override {
         calls.push_back("capture.requestAccess");

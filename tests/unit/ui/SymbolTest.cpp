@@ -63,7 +63,17 @@ TEST(Symbol, TheNamesThatTheSurfacesAskForAreThere) {
                              "pencil.and.scribble",
                              "iphone",
                              "text.viewfinder",
-                             "books.vertical.fill"}) {
+                             "books.vertical.fill",
+                             "pencil.tip",
+                             "feather",
+                             "signature",
+                             "highlighter",
+                             "wand.and.rays",
+                             "rectangle",
+                             "circle",
+                             "arrow.up.right",
+                             "line.diagonal",
+                             "eraser"}) {
         EXPECT_TRUE(Symbol::exists(QString::fromLatin1(name))) << name;
     }
     EXPECT_FALSE(Symbol::exists(QStringLiteral("no.such.symbol")));

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "session/MainTimers.h"
+#include "surfaces/DrawingModel.h"
+
+#include <QImage>
+#include <QRegion>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace velmo {
+
+class Clock; // its header is more than moc reads
+class LaserGlow;
+
+/// The canvas over the screen: the left button draws with the tip of now. Finished strokes lie in a picture; a running
+/// one is painted over it, and only where its new piece changes anything. Main thread.
+class DrawingView final : public QWidget {
+    Q_OBJECT
+public:
+    using Kind = DrawingKind;
+    using Item = DrawingItem;
+
+    /// Borrowed; all outlive the view.
+    struct Services {
+        const Clock& clock;
+        MainTimers& timers;
+    };
+    /// Fills `parent`. `tip` is asked at the start of each stroke.
+    DrawingView(QWidget* parent, Services services, std::function<DrawingTip()> tip);
+    ~DrawingView() override;
+
+    void undo();
+    void clear();
+
+    const DrawingModel& model() const { return model_; }
+    bool isFading() const { return fading_; }
+
+signals:
+    /// The finished strokes.
+    void strokesChanged();
+    /// Anything that is seen there, in own coordinates.
+    void inkChanged(const QRegion& area);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    struct Glowing;
+
+    Point pointOf(const QMouseEvent& event) const;
+    double now() const;
+    QRegion flipped(const QRegion& region) const;
+    void touch(const QRegion& upward);
+    void changeStrokes(const std::function<void()>& change);
+    void follow(const QRegion& before);
+    void keepLaser();
+    void fade();
+
+    bool fitLayer();
+    void bake(const QRegion& area, const QList<Item>& strokes);
+    void bakeAnew(const QRegion& area);
+    void paintLayer(QPainter& painter);
+    void paintMark(QPainter& painter, const Item& item, const LaserGlow* glow, const QRegion& area) const;
+
+    Services services_;
+    std::function<DrawingTip()> tip_;
+    DrawingModel model_;
+    QImage layer_;                 // the finished strokes; null while there are none
+    std::vector<Glowing> glowing_; // one for each laser of the model
+    std::unique_ptr<LaserGlow> runningGlow_;
+    std::unique_ptr<MainTimer> laserTimer_;
+    bool fading_ = false;
+};
+
+} // namespace velmo
