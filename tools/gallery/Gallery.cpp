@@ -1,15 +1,15 @@
 // velmo-gallery FOLDER [PART]: shows each surface in each of its states on the display and saves a picture of each.
 
 #include "BubbleStates.h"
+#include "Easel.h"
 #include "PresenterStates.h"
-
+#include "SetupStates.h"
+#include "WelcomeStates.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
-#include "classkit/views/KitSetupSection.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "support/FakeMicrophoneLevel.h"
 #include "surfaces/Teleprompter.h"
@@ -20,7 +20,6 @@
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
-#include "ui/TextField.h"
 #include "ui/Theme.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
@@ -28,12 +27,10 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDir>
-#include <QEventLoop>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QTimer>
 
 #include <cmath>
 #include <cstdio>
@@ -43,27 +40,7 @@
 namespace velmo {
 namespace {
 
-void wait(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 constexpr double kSpeaking = 0.67; // of the meter
-
-/// Two microphones that nobody listens to.
-class TwoMicrophones final : public AudioInputService {
-public:
-    std::vector<AudioDevice> microphones() const override {
-        return {{"internal", "Micrófono interno · HDA Intel PCH"},
-                {"usb", "Blue Yeti con un nombre que no cabe entero"}};
-    }
-    std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue&, Handler) override {
-        return Error{};
-    }
-    Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
-};
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
 class Backdrop final : public QWidget {
@@ -88,7 +65,7 @@ protected:
 
 class Gallery final : public test::World {
 public:
-    explicit Gallery(QDir folder) : folder_(std::move(folder)) {
+    explicit Gallery(const Easel& easel) : easel_(easel) {
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         screens.screens = {{1, {0, 0, double(screen.width()), double(screen.height())}, 1},
                            {2, {double(screen.width()), 0, 2560, 1440}, 1}};
@@ -96,7 +73,6 @@ public:
 
     void showAll() {
         symbols();
-        setup();
         classMaterial();
         controlBar();
         teleprompter();
@@ -116,17 +92,8 @@ public:
 private:
     void TestBody() override {}
 
-    void save(const QString& name, const std::function<QRect()>& placeOf) {
-        wait(450);
-        const QRect place = placeOf();
-        const QRect all = QGuiApplication::primaryScreen()->geometry();
-        const QRect part = place.marginsAdded(QMargins(40, 60, 40, 60)) & all;
-        const QPixmap picture =
-            QGuiApplication::primaryScreen()->grabWindow(0, part.x(), part.y(), part.width(), part.height());
-        const QString path = folder_.filePath(name + QStringLiteral(".png"));
-        picture.save(path);
-        std::printf("%s at %d,%d\n", qPrintable(path), place.x(), place.y());
-    }
+    void save(const QString& name, const std::function<QRect()>& placeOf) { easel_.save(name, placeOf); }
+    static void wait(int milliseconds) { Easel::wait(milliseconds); }
 
     void symbols() {
         QWidget sheet(nullptr, Qt::FramelessWindowHint);
@@ -147,38 +114,7 @@ private:
             ++index;
         }
         painter.end();
-        picture.save(folder_.filePath(QStringLiteral("symbols.png")));
-    }
-
-    void setup() {
-        test::FakeMicrophoneLevel microphone;
-        SetupPanel panel({*controller, prefs, speaking_, screens, microphone, {RecordMode::screen}});
-        controller->openSetup();
-        test::settle();
-        panel.show();
-        microphone.say(kSpeaking);
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        save(QStringLiteral("setup-basic"), place);
-        store.setBoolean(QStringLiteral("panel.fuentes"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), true);
-        SetupPanel more({*controller,
-                         prefs,
-                         speaking_,
-                         screens,
-                         microphone,
-                         {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
-        const auto morePlace = [&more] { return more.card().translated(more.pos()); };
-        panel.hide();
-        more.show();
-        microphone.say(kSpeaking);
-        save(QStringLiteral("setup-more"), morePlace);
-        prefs.micID = QStringLiteral("none");
-        prefs.videoQuality = VideoQuality::fullHD;
-        prefs.systemAudio = true;
-        save(QStringLiteral("setup-no-microphone"), morePlace);
-        prefs.micID = QString();
-        more.hide();
-        controller->closeSetup();
+        picture.save(easel_.folder().filePath(QStringLiteral("symbols.png")));
     }
 
     void fillKit(ClassKit& kit) {
@@ -193,7 +129,6 @@ private:
     void classMaterial() {
         test::KitWorld around;
         ClassKit kit(around.store, around.services());
-        kitSection(kit);
         fillKit(kit);
         KitPanel panel(kit, *controller, screens);
         const auto place = [&panel] { return panel.cardGeometry(); };
@@ -207,43 +142,6 @@ private:
         panel.show();
         save(QStringLiteral("kit-many"), place);
         panel.hide();
-        kitSection(kit);
-    }
-
-    void kitSection(ClassKit& kit) {
-        test::FakeMicrophoneLevel microphone;
-        for (const char* key : {"panel.mas", "panel.material"}) {
-            store.setBoolean(QString::fromLatin1(key), true);
-        }
-        store.setBoolean(QStringLiteral("panel.video"), false);
-        KitSetupSection* section = nullptr;
-        SetupPanel panel({*controller,
-                          prefs,
-                          speaking_,
-                          screens,
-                          microphone,
-                          {RecordMode::screen},
-                          {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
-                             QStringLiteral("panel.material"), false},
-                            [&] { return section = new KitSetupSection(kit); }}}});
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        panel.show();
-        if (kit.items().empty()) {
-            save(QStringLiteral("setup-material-empty"), place);
-        } else {
-            save(QStringLiteral("setup-material"), place);
-            TextField* link = section->findChildren<TextField*>().back();
-            for (TextField* field : section->findChildren<TextField*>()) {
-                link = field->placeholderText().startsWith(QStringLiteral("Pega")) ? field : link;
-            }
-            link->setText(QStringLiteral("geogebra punto org"));
-            section->addLink();
-            section->findChild<TextField*>()->setFocus();
-            save(QStringLiteral("setup-material-bad-link"), place);
-        }
-        panel.hide();
-        store.setBoolean(QStringLiteral("panel.video"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), false);
     }
 
     void controlBar() {
@@ -472,12 +370,10 @@ private:
         all.setColorIndex(5);
         draw(all, wave(screen.width() * 0.35, unit * 6), false);
         const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(0);
-        picture.save(folder_.filePath(QStringLiteral("drawing.png")));
+        picture.save(easel_.folder().filePath(QStringLiteral("drawing.png")));
     }
 
-    QDir folder_;
-    TwoMicrophones inputs_;
-    Devices speaking_{nullptr, &inputs_};
+    const Easel& easel_;
 };
 
 } // namespace
@@ -494,11 +390,13 @@ int main(int count, char** arguments) {
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
-    velmo::Gallery gallery(folder);
-    if (count > 2 && std::string(arguments[2]) == "bubbles") {
-        gallery.bubbles();
-    } else {
-        gallery.showAll();
+    const velmo::Easel easel(folder);
+    const bool bubblesOnly = count > 2 && std::string(arguments[2]) == "bubbles";
+    if (!bubblesOnly) {
+        velmo::SetupStates::showAll(easel);
+        velmo::WelcomeStates::showAll(easel);
     }
+    velmo::Gallery gallery(easel);
+    bubblesOnly ? gallery.bubbles() : gallery.showAll();
     return 0;
 }

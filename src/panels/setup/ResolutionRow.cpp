@@ -1,10 +1,15 @@
-#include "panels/ResolutionRow.h"
+#include "panels/setup/ResolutionRow.h"
 
-#include "panels/SetupCard.h"
+#include "panels/setup/Rows.h"
+#include "panels/setup/TargetScreen.h"
+#include "platform/PlatformWords.h"
+#include "ui/Button.h"
 #include "ui/Label.h"
 #include "ui/Picker.h"
+#include "ui/SymbolLabel.h"
 #include "ui/Theme.h"
 
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace velmo {
@@ -40,15 +45,16 @@ QString hint(VideoQuality quality, const std::optional<Screen>& screen) {
 
 } // namespace
 
-ResolutionRow::ResolutionRow(Prefs& prefs, QWidget* parent)
-    : QWidget(parent), prefs_(prefs), picker_(new Picker({}, QStringLiteral("Calidad"))),
-      caption_(makeWrappedLabel({}, TextStyle::caption, Theme::muted)) {
+ResolutionRow::ResolutionRow(Prefs& prefs, const Screens& screens, QWidget* parent)
+    : QWidget(parent), prefs_(prefs), screens_(screens), picker_(new Picker({}, QStringLiteral("Calidad"))),
+      caption_(makeWrappedLabel({}, TextStyle::caption, Theme::muted)), note_(makeNote()) {
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, SetupCard::kSwitchRoom, 0);
-    column->setSpacing(6);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Rows::kLabelGap);
     column->addWidget(makeLabel(QStringLiteral("Calidad"), TextStyle::chip, Theme::muted));
     column->addWidget(picker_);
     column->addWidget(caption_);
+    column->addWidget(note_);
     std::vector<Picker::Choice> choices;
     for (const Title& title : kTitles) {
         choices.push_back({rawValue(title.quality), QString::fromUtf8(title.text)});
@@ -57,17 +63,33 @@ ResolutionRow::ResolutionRow(Prefs& prefs, QWidget* parent)
     connect(picker_, &Picker::picked, this, [this](const QString& id) {
         prefs_.videoQuality = fromRawValue<VideoQuality>(id).value_or(VideoQuality::retina);
     });
-    connect(&prefs_, &Prefs::changed, this, [this](const QString& key) {
-        if (key == prefs_.videoQuality.key()) {
-            refresh();
-        }
-    });
-    refresh();
+    Rows::follow(*this, prefs_, {&prefs_.videoQuality, &prefs_.fps60, &prefs_.displayID}, [this] { refresh(); });
 }
 
-void ResolutionRow::setScreen(const std::optional<Screen>& screen) {
-    screen_ = screen;
-    refresh();
+bool ResolutionRow::isIntel() {
+    return false; // no machine that this program runs on is slower for its kind
+}
+
+QWidget* ResolutionRow::makeNote() {
+    auto* note = new QWidget;
+    auto* row = new QHBoxLayout(note);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    row->addWidget(new SymbolLabel(QStringLiteral("bolt.fill"), 14, Theme::gold), 0, Qt::AlignTop);
+    row->addWidget(
+        makeWrappedLabel(QString::fromUtf8(PlatformWords::kNormalIsFluid.here), TextStyle::caption, Theme::muted), 1);
+    auto* use = new Button(ButtonStyle::ghost, QStringLiteral("Usar"));
+    connect(use, &Button::clicked, this, [this] {
+        prefs_.videoQuality = VideoQuality::fullHD;
+        prefs_.fps60 = false;
+    });
+    row->addWidget(use);
+    return note;
+}
+
+void ResolutionRow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    refresh(); // the screen may have another size since
 }
 
 QString ResolutionRow::caption(VideoQuality quality, const std::optional<Screen>& screen) {
@@ -80,7 +102,8 @@ QString ResolutionRow::caption(VideoQuality quality, const std::optional<Screen>
 
 void ResolutionRow::refresh() {
     picker_->setChoices(picker_->choices(), rawValue(prefs_.videoQuality.value()));
-    caption_->setText(caption(prefs_.videoQuality.value(), screen_));
+    caption_->setText(caption(prefs_.videoQuality.value(), TargetScreen::of(prefs_, screens_)));
+    note_->setVisible(isIntel() && (prefs_.videoQuality.value() != VideoQuality::fullHD || prefs_.fps60));
 }
 
 } // namespace velmo

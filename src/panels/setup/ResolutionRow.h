@@ -17,22 +17,27 @@ class Picker;
 class ResolutionRow final : public QWidget {
     Q_OBJECT
 public:
-    /// `prefs` is borrowed.
-    explicit ResolutionRow(Prefs& prefs, QWidget* parent = nullptr);
-
-    /// The screen that will be recorded; absent when none is known.
-    void setScreen(const std::optional<Screen>& screen);
+    /// Both borrowed.
+    ResolutionRow(Prefs& prefs, const Screens& screens, QWidget* parent = nullptr);
 
     /// "1920 × 1080 px · fluida y con archivos livianos"
     static QString caption(VideoQuality quality, const std::optional<Screen>& screen);
 
+    /// On a machine of the old processor kind, once found out: what is more than the normal quality then gets a note.
+    static bool isIntel();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    QWidget* makeNote();
     void refresh();
 
     Prefs& prefs_;
-    std::optional<Screen> screen_;
+    const Screens& screens_;
     Picker* picker_;
     QLabel* caption_;
+    QWidget* note_;
 };
 
 } // namespace velmo

@@ -5,17 +5,12 @@
 
 #include <QWidget>
 
-class QVBoxLayout;
-
 namespace velmo {
 
 /// A section that opens and closes, and remembers which under its key. Main thread.
 class SetupCard final : public QWidget {
     Q_OBJECT
 public:
-    /// What switches keep free at their right for the focus ring; other rows leave it to line up with them.
-    static constexpr int kSwitchRoom = 4;
-
     struct Head {
         QString title;
         QString symbol;
@@ -23,11 +18,10 @@ public:
         bool openByDefault = false;
     };
 
-    /// `store` is borrowed and outlives the card.
-    SetupCard(const Head& head, DefaultsStore& store, QWidget* parent = nullptr);
+    /// `store` is borrowed and outlives the card. `contents` is owned; `Rows::kRoom` at both
+    /// its sides is room for marks of the focus.
+    SetupCard(const Head& head, DefaultsStore& store, QWidget* contents, QWidget* parent = nullptr);
 
-    /// Where what the card holds is added.
-    QVBoxLayout& body() { return *body_; }
     bool isOpen() const { return head_->isChecked(); }
     void setOpen(bool open);
 
@@ -36,8 +30,6 @@ protected:
 
 private:
     Disclosure* head_;
-    QWidget* contents_;
-    QVBoxLayout* body_;
 };
 
 } // namespace velmo

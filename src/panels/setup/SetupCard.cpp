@@ -1,5 +1,6 @@
-#include "panels/SetupCard.h"
+#include "panels/setup/SetupCard.h"
 
+#include "panels/setup/Rows.h"
 #include "ui/Painting.h"
 #include "ui/Theme.h"
 
@@ -8,20 +9,28 @@
 
 namespace velmo {
 
-SetupCard::SetupCard(const Head& head, DefaultsStore& store, QWidget* parent)
-    : QWidget(parent), head_(new Disclosure(head.symbol, head.title, Disclosure::Chevron::atEnd)),
-      contents_(new QWidget), body_(new QVBoxLayout(contents_)) {
+namespace {
+
+constexpr int kSide = 12;
+
+} // namespace
+
+SetupCard::SetupCard(const Head& head, DefaultsStore& store, QWidget* contents, QWidget* parent)
+    : QWidget(parent), head_(new Disclosure(head.symbol, head.title, Disclosure::Chevron::atEnd)) {
+    setAccessibleName(head.title);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(head_);
-    column->addWidget(contents_);
-    body_->setContentsMargins(12, 0, 12 - kSwitchRoom, 14);
-    body_->setSpacing(12);
-    connect(head_, &QAbstractButton::toggled, contents_, &QWidget::setVisible);
+    auto* box = new QWidget; // shown and hidden as a whole
+    auto* inside = new QVBoxLayout(box);
+    inside->setContentsMargins(kSide - Rows::kRoom, 0, kSide - Rows::kRoom, 14);
+    inside->addWidget(contents);
+    column->addWidget(box);
+    connect(head_, &QAbstractButton::toggled, box, &QWidget::setVisible);
     const bool open = store.boolean(head.key).value_or(head.openByDefault);
     head_->setChecked(open);
-    contents_->setVisible(open);
+    box->setVisible(open);
     connect(head_, &QAbstractButton::toggled, this,
             [&store, key = head.key](bool nowOpen) { store.setBoolean(key, nowOpen); });
 }
