@@ -98,6 +98,24 @@ AudioMixer makeMixer(const AssetReaderFactory& readers, const PassthroughWriterF
     return AudioMixer(readers, writers, [](const std::string& line) { ::syslog(LOG_WARNING, "%s", line.c_str()); });
 }
 
+/// Calls `follow` whenever the user chooses another modifier of the keys, as long as `context` lives.
+template <typename Follow>
+void whenModifierChanges(const Prefs& prefs, QObject& context, Follow follow) {
+    QObject::connect(&prefs, &Prefs::changed, &context, [&prefs, follow](const QString& key) {
+        if (key == prefs.shortcutModifier.key()) {
+            follow();
+        }
+    });
+}
+
+/// Keeps the texts of `widget` at the modifier that the user has chosen.
+template <typename Widget>
+void followModifier(const Prefs& prefs, Widget& widget) {
+    const auto follow = [&prefs, &widget] { widget.setShortcutModifier(prefs.shortcutModifier); };
+    whenModifierChanges(prefs, widget, follow);
+    follow();
+}
+
 void postToMain(std::function<void()> work) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
@@ -179,7 +197,6 @@ struct Composition::Stores {
     SettingsProfiles profiles{defaults, [this] {
                                   prefs.reload();
                                   classKit.reload();
-                                  RecorderController::shared().previewChanged();
                               }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
@@ -231,7 +248,7 @@ struct Composition::Surfaces {
                       [this] { return around(); }}),
           setupPanel({recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
                       [&platform] { showTemplates(platform.files); }},
-                     {kitSection(stores.classKit)}),
+                     {kitSection(stores)}),
           welcome(welcomeServices(platform, stores), stores.prefs,
                   [&recorder, &library] {
                       if (!recorder.isActive()) {
@@ -244,6 +261,11 @@ struct Composition::Surfaces {
         CameraManager::setShared(&camera);
         SecondCameraManager::setShared(&secondCamera);
         tieBubbles(platform.displayWatch);
+        QObject::connect(&stores.profiles, &SettingsProfiles::applied, &bubble, [this, &recorder] {
+            recorder.previewChanged();
+            bubble.applyPrefs();
+            secondBubble.applyPrefs();
+        });
         tieBar();
     }
     ~Surfaces() {
@@ -273,10 +295,14 @@ struct Composition::Surfaces {
                                files);
     }
 
-    static SetupSection kitSection(ClassKit& kit) {
+    static SetupSection kitSection(Stores& stores) {
         return {{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                  QStringLiteral("panel.material"), false},
-                [&kit] { return new KitSetupSection(kit); }};
+                [&stores] {
+                    auto* section = new KitSetupSection(stores.classKit);
+                    followModifier(stores.prefs, *section);
+                    return section;
+                }};
     }
 
     BarSurroundings around() const {
@@ -351,6 +377,8 @@ Composition::Composition(const LaunchOptions& options)
     session_->recorder->attach(sessionSurfaces());
     hotKeys_ = std::make_unique<HotKeys>(platform_->hotKeys, recordingKeys(*session_->recorder), &postToMain, &logLine);
     delegate_ = std::make_unique<AppDelegate>(shell());
+    followModifier(stores_->prefs, session_->window);
+    whenModifierChanges(stores_->prefs, *delegate_, [this] { delegate_->shortcutModifierChanged(); });
 }
 
 Composition::~Composition() {
@@ -420,8 +448,15 @@ Shell Composition::shell() {
         platform_->application.toFront();
     };
     shell.showShortcuts = [this] {
-        Shortcuts::show([this] { platform_->application.toFront(); },
-                        [](const QString&, const QString&, const QStringList&) { (new ShortcutsDialog)->present(); });
+        const auto state = [this] { return Shortcuts::State{stores_->prefs.shortcutModifier, hotKeys_->taken()}; };
+        const Shortcuts::State now = state();
+        Shortcuts::show(
+            now, [this] { platform_->application.toFront(); },
+            [this, state, &now](const QString&, const QString&, const QStringList&) {
+                auto* const dialog = new ShortcutsDialog(now);
+                whenModifierChanges(stores_->prefs, *dialog, [state, dialog] { dialog->setState(state()); });
+                dialog->present();
+            });
     };
     shell.openVideosFolder = [this] {
         if (const auto opened = stores_->library.openFolder(); !opened.ok()) {
@@ -435,6 +470,7 @@ Shell Composition::shell() {
         }
     };
     shell.openSite = [this] { platform_->files.openAddress(Credit::site); };
+    shell.shortcutModifier = [this] { return stores_->prefs.shortcutModifier.value(); };
     shell.quit = [this] { session_->rescue.leave([] { QCoreApplication::exit(EXIT_SUCCESS); }); };
     return shell;
 }

@@ -5,6 +5,7 @@
 #include "PresenterStates.h"
 #include "SetupStates.h"
 #include "WelcomeStates.h"
+#include "app/ShortcutsDialog.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "panels/Alerts.h"
@@ -79,6 +80,7 @@ public:
         countdownWindow();
         dialogs();
         drawing();
+        shortcuts();
         showPresenter(screens.screens.front(), [this](const QString& name) {
             save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
         });
@@ -371,6 +373,21 @@ private:
         draw(all, wave(screen.width() * 0.35, unit * 6), false);
         const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(0);
         picture.save(easel_.folder().filePath(QStringLiteral("drawing.png")));
+    }
+
+    void shortcuts() {
+        using Modifier = ShortcutModifier;
+        const std::pair<const char*, Shortcuts::State> states[] = {
+            {"shortcuts", {}},
+            {"shortcuts-taken", {Modifier::controlAlt, {3, 8, 14, 20, 22}}},
+            {"shortcuts-super", {Modifier::super, {1, 6}}}};
+        for (const auto& [name, state] : states) {
+            auto* shown = new ShortcutsDialog(state);
+            shown->present();
+            wait(50);
+            save(QString::fromUtf8(name), [shown] { return shown->geometry(); });
+            shown->close();
+        }
     }
 
     const Easel& easel_;
