@@ -3,7 +3,7 @@
 //
 //   tools/desk run build/release/bin/bench_overlay [SECONDS]
 
-#include "bench/Cpu.h"
+#include "bench/support/CpuTime.h"
 #include "platform/desktop/XInputPointerMotion.h"
 #include "session/QtTimers.h"
 #include "support/XTestClient.h"
@@ -11,16 +11,13 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QEventLoop>
 #include <QProcess>
-#include <QTimer>
 
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <string>
 
 namespace velmo {
@@ -34,11 +31,9 @@ public:
     }
 };
 
-void pass(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
+using bench::ownCpu;
+using bench::pass;
+using bench::serverCpu;
 
 /// The mouse of another process: a wide slow round, 120 events a second.
 int moveForever() {
