@@ -168,6 +168,11 @@ void Button::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+void Button::setEmphasized(bool emphasized) {
+    emphasized_ = emphasized;
+    update();
+}
+
 void Button::focusVisibly() {
     showsFocus_ = true;
     setFocus(Qt::TabFocusReason);
@@ -211,7 +216,7 @@ void Button::paintFloor(QPainter& painter, const QRectF& box) const {
     const Fills look = fills(style_);
     const bool bare = style_ == ButtonStyle::icon && subdued_;
     QColor fill = between(bare ? Theme::withOpacity(look.rest, 0) : look.rest, look.hover, hover_.value());
-    QColor border = look.border;
+    QColor border = emphasized_ ? Theme::withOpacity(Theme::skyBright, 0.75) : look.border;
     if (style_ == ButtonStyle::bar && !text().isEmpty()) {
         fill = between(look.hover, look.pressed, hover_.value()); // words on a bar need to look like a button
     }
@@ -274,7 +279,7 @@ QColor Button::inkColor() const {
         return between(rest, Theme::nsColor(0xFFFFFF), hover_.value());
     }
     case ButtonStyle::ghost:
-        return isChecked() ? Theme::sky : Theme::sand;
+        return isChecked() || emphasized_ ? Theme::sky : Theme::sand;
     }
     return Theme::sand;
 }

@@ -32,6 +32,8 @@ public:
     void setSymbolSize(int size);
     /// Quieter icon, for what is used rarely; a small square has no fill at rest.
     void setSubdued(bool subdued);
+    /// The first choice among ghost buttons: lit outline and text.
+    void setEmphasized(bool emphasized);
 
     /// A small mark in the corner: a click opens a menu.
     void setHasMenu(bool hasMenu);
@@ -71,6 +73,7 @@ private:
     QString symbol_;
     int symbolSize_;
     bool subdued_ = false;
+    bool emphasized_ = false;
     bool hasMenu_ = false;
     bool showsFocus_ = false;
     Fade hover_;

@@ -43,7 +43,7 @@ void PopupMenu::paintEvent(QPaintEvent* event) {
     QMenu::paintEvent(event);
     QPainter painter(this);
     for (QAction* action : actions()) {
-        if (action->isVisible() && action->isChecked()) {
+        if (action->isVisible() && action->isChecked() && !action->text().contains(QLatin1Char('\t'))) {
             QRect room = actionGeometry(action);
             room.setLeft(room.right() - kMarkRoom);
             Symbol::paint(painter, room, QStringLiteral("checkmark"), kMarkSide, Theme::sky);

@@ -1,23 +1,26 @@
 // velmo-gallery FOLDER [PART]: shows each surface in each of its states on the display and saves a picture of each.
 
 #include "BubbleStates.h"
+#include "Easel.h"
 #include "PresenterStates.h"
-
+#include "SetupStates.h"
+#include "WelcomeStates.h"
+#include "app/ShortcutsDialog.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
-#include "classkit/views/KitSetupSection.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
 #include "support/FakeMicrophoneLevel.h"
 #include "surfaces/Teleprompter.h"
+#include "surfaces/DrawingPalette.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/internal/DrawingOverlay.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
-#include "ui/TextField.h"
 #include "ui/Theme.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
@@ -25,11 +28,10 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDir>
-#include <QEventLoop>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QTimer>
 
 #include <cmath>
 #include <cstdio>
@@ -39,27 +41,7 @@
 namespace velmo {
 namespace {
 
-void wait(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 constexpr double kSpeaking = 0.67; // of the meter
-
-/// Two microphones that nobody listens to.
-class TwoMicrophones final : public AudioInputService {
-public:
-    std::vector<AudioDevice> microphones() const override {
-        return {{"internal", "Micrófono interno · HDA Intel PCH"},
-                {"usb", "Blue Yeti con un nombre que no cabe entero"}};
-    }
-    std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue&, Handler) override {
-        return Error{};
-    }
-    Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
-};
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
 class Backdrop final : public QWidget {
@@ -84,7 +66,7 @@ protected:
 
 class Gallery final : public test::World {
 public:
-    explicit Gallery(QDir folder) : folder_(std::move(folder)) {
+    explicit Gallery(const Easel& easel) : easel_(easel) {
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         screens.screens = {{1, {0, 0, double(screen.width()), double(screen.height())}, 1},
                            {2, {double(screen.width()), 0, 2560, 1440}, 1}};
@@ -92,12 +74,13 @@ public:
 
     void showAll() {
         symbols();
-        setup();
         classMaterial();
         controlBar();
         teleprompter();
         countdownWindow();
         dialogs();
+        drawing();
+        shortcuts();
         showPresenter(screens.screens.front(), [this](const QString& name) {
             save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
         });
@@ -111,17 +94,8 @@ public:
 private:
     void TestBody() override {}
 
-    void save(const QString& name, const std::function<QRect()>& placeOf) {
-        wait(450);
-        const QRect place = placeOf();
-        const QRect all = QGuiApplication::primaryScreen()->geometry();
-        const QRect part = place.marginsAdded(QMargins(40, 60, 40, 60)) & all;
-        const QPixmap picture =
-            QGuiApplication::primaryScreen()->grabWindow(0, part.x(), part.y(), part.width(), part.height());
-        const QString path = folder_.filePath(name + QStringLiteral(".png"));
-        picture.save(path);
-        std::printf("%s at %d,%d\n", qPrintable(path), place.x(), place.y());
-    }
+    void save(const QString& name, const std::function<QRect()>& placeOf) { easel_.save(name, placeOf); }
+    static void wait(int milliseconds) { Easel::wait(milliseconds); }
 
     void symbols() {
         QWidget sheet(nullptr, Qt::FramelessWindowHint);
@@ -142,38 +116,7 @@ private:
             ++index;
         }
         painter.end();
-        picture.save(folder_.filePath(QStringLiteral("symbols.png")));
-    }
-
-    void setup() {
-        test::FakeMicrophoneLevel microphone;
-        SetupPanel panel({*controller, prefs, speaking_, screens, microphone, {RecordMode::screen}});
-        controller->openSetup();
-        test::settle();
-        panel.show();
-        microphone.say(kSpeaking);
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        save(QStringLiteral("setup-basic"), place);
-        store.setBoolean(QStringLiteral("panel.fuentes"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), true);
-        SetupPanel more({*controller,
-                         prefs,
-                         speaking_,
-                         screens,
-                         microphone,
-                         {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
-        const auto morePlace = [&more] { return more.card().translated(more.pos()); };
-        panel.hide();
-        more.show();
-        microphone.say(kSpeaking);
-        save(QStringLiteral("setup-more"), morePlace);
-        prefs.micID = QStringLiteral("none");
-        prefs.videoQuality = VideoQuality::fullHD;
-        prefs.systemAudio = true;
-        save(QStringLiteral("setup-no-microphone"), morePlace);
-        prefs.micID = QString();
-        more.hide();
-        controller->closeSetup();
+        picture.save(easel_.folder().filePath(QStringLiteral("symbols.png")));
     }
 
     void fillKit(ClassKit& kit) {
@@ -188,7 +131,6 @@ private:
     void classMaterial() {
         test::KitWorld around;
         ClassKit kit(around.store, around.services());
-        kitSection(kit);
         fillKit(kit);
         KitPanel panel(kit, *controller, screens);
         const auto place = [&panel] { return panel.cardGeometry(); };
@@ -202,43 +144,6 @@ private:
         panel.show();
         save(QStringLiteral("kit-many"), place);
         panel.hide();
-        kitSection(kit);
-    }
-
-    void kitSection(ClassKit& kit) {
-        test::FakeMicrophoneLevel microphone;
-        for (const char* key : {"panel.mas", "panel.material"}) {
-            store.setBoolean(QString::fromLatin1(key), true);
-        }
-        store.setBoolean(QStringLiteral("panel.video"), false);
-        KitSetupSection* section = nullptr;
-        SetupPanel panel({*controller,
-                          prefs,
-                          speaking_,
-                          screens,
-                          microphone,
-                          {RecordMode::screen},
-                          {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
-                             QStringLiteral("panel.material"), false},
-                            [&] { return section = new KitSetupSection(kit); }}}});
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        panel.show();
-        if (kit.items().empty()) {
-            save(QStringLiteral("setup-material-empty"), place);
-        } else {
-            save(QStringLiteral("setup-material"), place);
-            TextField* link = section->findChildren<TextField*>().back();
-            for (TextField* field : section->findChildren<TextField*>()) {
-                link = field->placeholderText().startsWith(QStringLiteral("Pega")) ? field : link;
-            }
-            link->setText(QStringLiteral("geogebra punto org"));
-            section->addLink();
-            section->findChild<TextField*>()->setFocus();
-            save(QStringLiteral("setup-material-bad-link"), place);
-        }
-        panel.hide();
-        store.setBoolean(QStringLiteral("panel.video"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), false);
     }
 
     void controlBar() {
@@ -377,9 +282,115 @@ private:
                 First::isDefault});
     }
 
-    QDir folder_;
-    TwoMicrophones inputs_;
-    Devices speaking_{nullptr, &inputs_};
+    void drawing() {
+        QtTimers realTimers;
+        ScreenDrawing all({HostClock::shared(), realTimers, {}});
+        all.prepare(screens.screens.front());
+        all.parkPrepared();
+        all.startDrawing();
+        const auto place = [&all] { return all.palette()->cardGeometry(); };
+        QCursor::setPos(0, 0);
+        save(QStringLiteral("palette"), place);
+        const auto controlAt = [&all](const char* name) {
+            for (QAbstractButton* control : all.palette()->findChildren<QAbstractButton*>()) {
+                if (control->accessibleName() == QString::fromUtf8(name)) {
+                    return control;
+                }
+            }
+            return static_cast<QAbstractButton*>(nullptr);
+        };
+        for (const char* name : {"Resaltador", "Azul", "Trazo grueso", "Borrar todo", "Listo"}) {
+            QAbstractButton* control = controlAt(name);
+            QCursor::setPos(control->mapToGlobal(control->rect().center()));
+            save(QStringLiteral("palette-hover-%1").arg(QString::fromUtf8(name)), place);
+        }
+        QCursor::setPos(0, 0);
+        for (const char* name : {"Puntero láser", "Blanco", "Trazo fino", "Listo"}) {
+            controlAt(name)->setDown(true);
+        }
+        save(QStringLiteral("palette-pressed"), place);
+        for (const char* name : {"Puntero láser", "Blanco", "Trazo fino", "Listo"}) {
+            controlAt(name)->setDown(false);
+        }
+        for (int i = 0; i < 8; ++i) {
+            all.setColorIndex(i);
+            all.setWidthIndex(i);
+            all.setTool(allCases<DrawingTool>()[static_cast<std::size_t>(i + 2)]);
+            save(QStringLiteral("palette-choice-%1").arg(i), place);
+        }
+        inkSheet(all);
+    }
+
+    static void draw(ScreenDrawing& all, const QList<QPointF>& through, bool release = true) {
+        const auto send = [&all](QEvent::Type type, QPointF at) {
+            QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&all.overlay()->view(), &event);
+            wait(2);
+        };
+        send(QEvent::MouseButtonPress, through.first());
+        for (const QPointF& at : through) {
+            send(QEvent::MouseMove, at);
+        }
+        if (release) {
+            send(QEvent::MouseButtonRelease, through.last());
+        }
+    }
+
+    /// Every tool over bright and over dark, in three widths.
+    void inkSheet(ScreenDrawing& all) {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const double unit = screen.height() / 12.0;
+        const auto wave = [&](double x, double y) {
+            QList<QPointF> points;
+            for (int i = 0; i < 60; ++i) {
+                points.append({x + i * unit / 15, y + unit * 0.35 * std::sin(i / 4.0) * (1 - i / 90.0)});
+            }
+            return points;
+        };
+        int column = 0;
+        for (const double left : {0.02, 0.35, 0.52, 0.85}) {
+            const double x = screen.width() * left;
+            for (int i = 0; i < 9; ++i) {
+                const auto tool = allCases<DrawingTool>()[static_cast<std::size_t>(i)];
+                all.setTool(tool);
+                all.setColorIndex(i % 7);
+                all.setWidthIndex(column);
+                const double y = unit * (i + 2);
+                if (isShape(tool)) {
+                    draw(all, {{x, y - unit * 0.3}, {x + 2 * unit, y + unit * 0.3}});
+                } else if (tool != DrawingTool::laser) {
+                    draw(all, wave(x, y));
+                }
+            }
+            ++column;
+        }
+        all.setTool(DrawingTool::laser);
+        for (const double left : {0.02, 0.52}) {
+            all.setColorIndex(left < 0.5 ? 0 : 3);
+            draw(all, wave(screen.width() * left, unit * 6));
+        }
+        all.setColorIndex(5);
+        draw(all, wave(screen.width() * 0.35, unit * 6), false);
+        const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(0);
+        picture.save(easel_.folder().filePath(QStringLiteral("drawing.png")));
+    }
+
+    void shortcuts() {
+        using Modifier = ShortcutModifier;
+        const std::pair<const char*, Shortcuts::State> states[] = {
+            {"shortcuts", {}},
+            {"shortcuts-taken", {Modifier::controlAlt, {3, 8, 14, 20, 22}}},
+            {"shortcuts-super", {Modifier::super, {1, 6}}}};
+        for (const auto& [name, state] : states) {
+            auto* shown = new ShortcutsDialog(state);
+            shown->present();
+            wait(50);
+            save(QString::fromUtf8(name), [shown] { return shown->geometry(); });
+            shown->close();
+        }
+    }
+
+    const Easel& easel_;
 };
 
 } // namespace
@@ -396,11 +407,13 @@ int main(int count, char** arguments) {
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
-    velmo::Gallery gallery(folder);
-    if (count > 2 && std::string(arguments[2]) == "bubbles") {
-        gallery.bubbles();
-    } else {
-        gallery.showAll();
+    const velmo::Easel easel(folder);
+    const bool bubblesOnly = count > 2 && std::string(arguments[2]) == "bubbles";
+    if (!bubblesOnly) {
+        velmo::SetupStates::showAll(easel);
+        velmo::WelcomeStates::showAll(easel);
     }
+    velmo::Gallery gallery(easel);
+    bubblesOnly ? gallery.bubbles() : gallery.showAll();
     return 0;
 }
