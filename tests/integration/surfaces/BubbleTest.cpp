@@ -95,7 +95,7 @@ TEST_F(Bubble, IsDraggedByAnyOfItsPointsAndComesUpThereAgain) {
     button(1, false);
     ASSERT_TRUE(waitUntil([&] { return bubble.view().pos() == QPoint(700, 500); }, 5s));
     ASSERT_TRUE(waitUntil([&] { return pixel(832, 632) == 0xffffffU; }, 5s));
-    EXPECT_EQ(pixel(400, 360), kDesk) << "and has left where it was";
+    EXPECT_TRUE(waitUntil([&] { return pixel(400, 360) == kDesk; }, 5s)) << "and has left where it was";
     EXPECT_TRUE(waitUntil([&] { return store.real(QStringLiteral("bubbleX")) == 700; }, 5s));
     bubble.hide();
     bubble.show();
@@ -120,11 +120,11 @@ TEST_F(Bubble, OpensItsMenuByTheRightButton) {
     ASSERT_TRUE(waitUntil([&] { return menu() != nullptr; }, 5s));
     const QPoint small = menu()->mapToGlobal(menu()->actionGeometry(menu()->actions().first()).center());
     moveMouse(small.x(), small.y());
-    pass(100ms);
+    ASSERT_TRUE(waitUntil([&] { return menu()->activeAction() == menu()->actions().first(); }, 5s));
     click();
     EXPECT_TRUE(waitUntil([&] { return prefs.bubbleSize.value() == BubbleSize::s; }, 5s));
     EXPECT_TRUE(waitUntil([&] { return bubble.view().width() == 194; }, 5s));
-    EXPECT_EQ(menu(), nullptr);
+    EXPECT_TRUE(waitUntil([&] { return menu() == nullptr; }, 5s));
 }
 
 TEST_F(Bubble, ShowsItsControlsUnderTheMouseAndKeepsThemForALittleWhile) {
@@ -169,13 +169,13 @@ TEST_F(Bubble, LetsTheMouseThroughWhileItIsCovered) {
 }
 
 TEST_F(Bubble, ThatRestsPaintsNothingAndARingPaintsOnlyItself) {
-    pass(300ms);
-    {
+    const auto rests = [this] { // once what came with showing it is through
         test::PaintDamage damage(client, *bubble.windowID());
         pass(1s);
         damage.read();
-        EXPECT_EQ(damage.events, 0);
-    }
+        return damage.events == 0;
+    };
+    EXPECT_TRUE(waitUntil(rests, 10s));
     prefs.ringStyle = RingStyle::chameleon;
     bubble.applyPrefs();
     pass(500ms);
