@@ -7,12 +7,13 @@
 namespace velmo {
 
 class RecordingRescue;
+struct LaunchOptions;
 
 /// The composition root: makes every real object of the program once, hands each what it needs, and registers those
 /// that are shared. Lives inside the QApplication's life; takes all apart in the reverse order. Main thread.
 class Composition {
 public:
-    Composition();
+    explicit Composition(const LaunchOptions& options);
     ~Composition();
     Composition(const Composition&) = delete;
     Composition& operator=(const Composition&) = delete;

@@ -1,22 +1,11 @@
 #include "app/DesktopApplication.h"
 
+#include "platform/desktop/SettingsPrograms.h"
+
 #include <QApplication>
-#include <QProcess>
-#include <QStringList>
 #include <QWidget>
 
 namespace velmo {
-namespace {
-
-struct SettingsProgram {
-    const char* program;
-    const char* page; ///< may be empty
-};
-constexpr SettingsProgram kSettingsPrograms[] = {
-    {"gnome-control-center", "privacy"}, {"systemsettings", ""}, {"xfce4-settings-manager", ""}};
-
-} // namespace
-
 void DesktopApplication::toFront() {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)) {
@@ -27,13 +16,7 @@ void DesktopApplication::toFront() {
 }
 
 void DesktopApplication::openScreenCaptureSettings() {
-    for (const SettingsProgram& settings : kSettingsPrograms) {
-        const QStringList arguments =
-            *settings.page != '\0' ? QStringList(QString::fromLatin1(settings.page)) : QStringList();
-        if (QProcess::startDetached(QString::fromLatin1(settings.program), arguments)) {
-            return;
-        }
-    }
+    SettingsPrograms::open(SettingsPrograms::Page::screen);
 }
 
 } // namespace velmo

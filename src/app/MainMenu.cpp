@@ -1,7 +1,7 @@
 #include "app/MainMenu.h"
 
-#include "app/ActionItem.h"
 #include "app/Credit.h"
+#include "ui/ActionItem.h"
 
 #include <QMenu>
 #include <QMenuBar>

@@ -1,6 +1,6 @@
 #include "app/StatusItem.h"
 
-#include "app/ActionItem.h"
+#include "ui/ActionItem.h"
 
 #include <QCursor>
 #include <QIcon>

@@ -182,4 +182,8 @@ void ThreadQueue::cancelTimer(TimerId timer) {
     std::erase_if(core_->timers, [timer](const Timer& each) { return each.id == timer; });
 }
 
+std::unique_ptr<SerialQueue> makeThreadQueue(std::string label) {
+    return std::make_unique<ThreadQueue>(std::move(label));
+}
+
 } // namespace velmo

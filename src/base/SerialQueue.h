@@ -50,4 +50,9 @@ private:
     std::unique_ptr<Core> core_;
 };
 
+/// How a class that owns queues comes by them; tests hand in one that makes manual queues.
+using MakeQueue = std::function<std::unique_ptr<SerialQueue>(std::string label)>;
+
+std::unique_ptr<SerialQueue> makeThreadQueue(std::string label);
+
 } // namespace velmo

@@ -19,11 +19,10 @@ struct RecorderServices {
     const Clock& clock; ///< the one that capture times are on
     const DiagLog& log;
     /// Makes a queue with that label; called four times for each recorder.
-    std::function<std::unique_ptr<SerialQueue>(std::string label)> makeQueue = &RecorderServices::threadQueue;
+    MakeQueue makeQueue = &makeThreadQueue;
     /// Waits on the spot for some seconds. Only at the end of a recording, on the writer's queue.
     std::function<void(double seconds)> sleep = &RecorderServices::sleepNow;
 
-    static std::unique_ptr<SerialQueue> threadQueue(std::string label);
     static void sleepNow(double seconds);
 };
 

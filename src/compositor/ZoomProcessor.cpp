@@ -12,7 +12,6 @@ namespace {
 
 // What is smaller than these cannot be seen.
 constexpr double kLiveScale = 1.002;
-constexpr double kLiveColumn = 0.001;
 
 constexpr std::size_t kUsualOverlays = 8;
 
@@ -25,6 +24,7 @@ double clampedLevel(double level) {
 ZoomProcessor::ZoomProcessor(const Clock& clock, PoolMaker makePool)
     : clock_(clock), renderer_(std::make_unique<internal::FrameRenderer>(makePool)) {
     overlays_.reserve(kUsualOverlays);
+    shownBubbles_.reserve(kMostBubbles);
 }
 
 ZoomProcessor::~ZoomProcessor() = default;
@@ -92,8 +92,9 @@ void ZoomProcessor::setPaused(bool paused) {
 }
 
 void ZoomProcessor::setNameTag(std::optional<NameTagText> tag) {
+    auto shared = tag ? std::make_shared<const NameTagText>(std::move(*tag)) : nullptr;
     const std::lock_guard guard(lock_);
-    nameTag_.swap(tag);
+    nameTag_.swap(shared);
 }
 
 void ZoomProcessor::setOverlay(int key, FrameRef frame) {
@@ -160,18 +161,23 @@ bool ZoomProcessor::needsProcessing() const {
 bool ZoomProcessor::isAnimating() const {
     const internal::SerialUse::Scope use(videoQueue_);
     const ZoomControls asked = controls();
-    return livePointerFigure() || asked.columnOn || motion_.colT() > kLiveColumn || hasOverlays() ||
+    return livePointerFigure() || asked.columnOn || motion_.colT() > internal::Column::kLeastSlide || hasOverlays() ||
            motion_.isMoving(asked);
 }
 
 std::optional<Sample> ZoomProcessor::render(const FrameRef& source, MediaTime time, MediaTime duration) {
     const internal::SerialUse::Scope use(videoQueue_);
-    const internal::FrameContents contents{
+    internal::FrameContents contents{
         {motion_.center(), motion_.scale()}, {motion_.spot(), motion_.spotAlpha()}, livePointerFigure()};
     if (!source || (!contents.pointerFigure && !pictureIsChanged())) {
         return std::nullopt;
     }
-    return sample(renderer_->render(*source, contents), time, duration);
+    contents.screen = copyBubbles();
+    contents.bubbles = shownBubbles_;
+    contents.column = liveColumn();
+    FrameRef rendered = renderer_->render(*source, contents);
+    shownBubbles_.clear();
+    return sample(rendered, time, duration);
 }
 
 std::optional<Sample> ZoomProcessor::sample(const FrameRef& from, MediaTime time, MediaTime duration) {
@@ -200,6 +206,25 @@ std::optional<internal::PointerFigure> ZoomProcessor::livePointerFigure() const 
     return PointerBubble::isVisible(figure.age) ? std::optional(std::move(figure)) : std::nullopt;
 }
 
+std::optional<internal::Column> ZoomProcessor::liveColumn() const {
+    if (!(motion_.colT() > internal::Column::kLeastSlide)) {
+        return std::nullopt;
+    }
+    const std::lock_guard guard(lock_);
+    return internal::Column{motion_.colT(), columnLeft_, cameraFrame_, nameTag_};
+}
+
+/// One consistent view of bubbles and overlays, and the screen that they stand on.
+Rect ZoomProcessor::copyBubbles() {
+    const std::lock_guard guard(lock_);
+    for (std::size_t i = 0; i < std::min(bubbles_.size(), kMostBubbles); ++i) {
+        const auto overlay = std::find_if(overlays_.begin(), overlays_.end(),
+                                          [key = bubbles_[i].key](const Overlay& o) { return o.key == key; });
+        shownBubbles_.push_back({bubbles_[i], overlay == overlays_.end() ? nullptr : overlay->frame});
+    }
+    return screenFrame_;
+}
+
 bool ZoomProcessor::hasOverlays() const {
     const std::lock_guard guard(lock_);
     return std::any_of(bubbles_.begin(), bubbles_.end(), [this](const BubbleInfo& bubble) {
@@ -210,7 +235,7 @@ bool ZoomProcessor::hasOverlays() const {
 
 bool ZoomProcessor::pictureIsChanged() const {
     return motion_.scale() > kLiveScale || motion_.spotAlpha() > internal::Spotlight::kLeastAlpha ||
-           motion_.colT() > kLiveColumn || hasOverlays();
+           motion_.colT() > internal::Column::kLeastSlide || hasOverlays();
 }
 
 } // namespace velmo

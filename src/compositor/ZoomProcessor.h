@@ -4,6 +4,7 @@
 #include "base/Color.h"
 #include "base/Geometry.h"
 #include "compositor/BubbleInfo.h"
+#include "compositor/NameTagText.h"
 #include "compositor/ZoomControls.h"
 #include "compositor/ZoomMotion.h"
 #include "compositor/internal/SerialUse.h"
@@ -14,13 +15,14 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace velmo {
 
 namespace internal {
 class FrameRenderer;
+struct Column;
+struct LiveBubble;
 struct PointerFigure;
 } // namespace internal
 
@@ -34,12 +36,10 @@ struct PointerFigure;
 /// Nothing here fails aloud: what cannot be drawn is left out, and a frame that cannot be made is absent.
 class ZoomProcessor {
 public:
-    /// What stands in the name tag of the column.
-    struct NameTagText {
-        std::string name;
-        std::string role;
-        friend bool operator==(const NameTagText&, const NameTagText&) = default;
-    };
+    using NameTagText = velmo::NameTagText;
+
+    /// Bubbles that a frame shows at most.
+    static constexpr std::size_t kMostBubbles = 16;
 
     using PoolMaker = std::unique_ptr<PixelBufferPool> (*)(PixelFormat format, int width, int height, int minimumCount);
 
@@ -65,14 +65,17 @@ public:
     void setRegion(std::optional<Rect> region);
     void setSpotlight(bool on);
     void setColumn(bool on, bool left);
+    /// The camera of the column, in the format of the screen's pictures. Without one, or in another format, a flat
+    /// colour stands for it.
     void setCameraFrame(FrameRef frame);
     void setPaused(bool paused);
     void setNameTag(std::optional<NameTagText> tag);
-    /// The latest picture of an overlay stream. An entry is replaced, never removed.
+    /// The latest picture of an overlay stream: premultiplied BGRA. An entry is replaced, never removed.
     void setOverlay(int key, FrameRef frame);
     /// `at` is a time of the clock in seconds. Replaces a running bubble.
     void showBubble(double at, std::vector<Color> colors);
-    /// `mouse` in global points. With an empty screen frame the pointer stays where it was.
+    /// `mouse` in global points. Of more than `kMostBubbles` the rest is left out of the frame. With an empty screen
+    /// frame the pointer stays where it was.
     void update(Point mouse, std::vector<BubbleInfo> bubbles);
 
     bool isPaused() const;
@@ -106,6 +109,16 @@ public:
     /// distances are from the middle of the unit. The pointer bubble is drawn with its middle at its place, to a
     /// fraction of a pixel, and laid over, code value by code value; a chroma unit takes the mean of the four pixels
     /// that it covers.
+    ///
+    /// The law of bubbles. A point of the screen is as many pixels as the frame is wide for each point of the screen's
+    /// width, on both axes, whatever the zoom. In the order of the list, a window with a picture has it scaled into its
+    /// rectangle, bilinear, and laid over with its own alpha; a pixel that the rectangle covers in part has it in that
+    /// part. A bubble without a picture shows the unzoomed screen in its shape, the whole pixels around it, and a label
+    /// likewise as a pill; nothing of at most 4 pixels.
+    ///
+    /// The law of the column. It is a fifth of the frame, and slides in from its side by e = t * t * (3 - 2t). The
+    /// picture, bubbles and all, shrinks to 1 - width / W * e beside it, over a dark ground; the camera fills it. The
+    /// name tag stands in its middle, at whole pixels.
     std::optional<Sample> render(const FrameRef& source, MediaTime time, MediaTime duration);
 
     /// A sample of an untouched picture. Absent without one. Any thread.
@@ -120,6 +133,8 @@ private:
     };
 
     std::optional<internal::PointerFigure> livePointerFigure() const;
+    std::optional<internal::Column> liveColumn() const;
+    Rect copyBubbles();
     bool hasOverlays() const;
     bool pictureIsChanged() const;
 
@@ -134,7 +149,7 @@ private:
     std::shared_ptr<const std::vector<Color>> bubbleColors_;
     bool columnLeft_ = true;
     FrameRef cameraFrame_;
-    std::optional<NameTagText> nameTag_;
+    std::shared_ptr<const NameTagText> nameTag_;
     std::vector<Overlay> overlays_;
     bool paused_ = false;
 
@@ -142,6 +157,7 @@ private:
     mutable internal::SerialUse videoQueue_;
     ZoomMotion motion_;
     std::unique_ptr<internal::FrameRenderer> renderer_;
+    std::vector<internal::LiveBubble> shownBubbles_; // room for `kMostBubbles`; holds pictures for one frame only
 
     std::atomic<double> scale_{1.0}; // motion_'s, for readers elsewhere
 };

@@ -1,24 +1,23 @@
 #pragma once
 
-#include "session/RecorderController.h"
+#include "panels/BarState.h"
+#include "session/Collaborators.h"
 
 #include <QString>
 
+#include <functional>
 #include <span>
+#include <vector>
 
 namespace velmo {
 
-/// What the bar's buttons look like in one moment.
-struct BarState {
-    /// The class material.
-    enum class Material { none, hidden, shown };
-
-    RecorderController::State state = RecorderController::State::idle;
-    Material material = Material::none;
-    bool drawing = false; ///< the mouse draws on the screen
-
-    bool paused() const { return state == RecorderController::State::paused; }
-    friend bool operator==(const BarState&, const BarState&) = default;
+/// What the bar's controls act on. Borrowed; a surface that does not exist is null, and its control is not shown.
+struct BarTargets {
+    RecorderController& recorder;
+    BubblePort* bubble = nullptr;
+    SecondBubblePort* secondBubble = nullptr;
+    PhonePort* phone = nullptr;
+    TeleprompterPort* teleprompter = nullptr;
 };
 
 /// One button of the bar. A further button is one more row of the table in BarControls.cpp.
@@ -27,21 +26,36 @@ struct BarControl {
         QString symbol;
         QString help; ///< tooltip, and without the key in brackets the accessible name
         bool lit = false;
+        QString label; ///< beside the icon; empty for an icon alone
         friend bool operator==(const Face&, const Face&) = default;
     };
+    struct MenuEntry {
+        QString title;
+        QString symbol; ///< empty for none
+        QString key;    ///< of the keyboard, at the right
+        bool current = false;
+        std::function<void(const BarTargets&)> action;
+    };
     enum class Weight { normal, subdued };
+    enum class Place { row, zoomGroup }; ///< in the row, or inside the capsule of the zoom
+    enum class Menu { none, onRightClick, onClick };
+    using Action = void (*)(const BarTargets&, const BarState&);
 
     int group; ///< a line stands between two groups
-    Weight weight;
     bool (*shown)(const BarState&);
     Face (*face)(const BarState&);
-    void (RecorderController::*action)();
+    Action press;
+    Weight weight = Weight::normal;
+    Place place = Place::row;
+    Action optionPress = nullptr; ///< with the Option key held; null: as `press`
+    Menu menu = Menu::none;
+    std::vector<MenuEntry> (*entries)(const BarState&) = nullptr;
 };
 
 /// From left to right.
 std::span<const BarControl> barControls();
 
-/// `help` without a trailing "(⌃P)".
+/// `help` without what follows the name: the key in brackets and the rest.
 QString nameOfHelp(const QString& help);
 
 } // namespace velmo

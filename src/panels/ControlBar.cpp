@@ -3,14 +3,19 @@
 #include "panels/ClockLabel.h"
 #include "panels/FlashStrip.h"
 #include "panels/LevelColumns.h"
-#include "panels/MicrophoneMonitor.h"
 #include "panels/RecordingDot.h"
+#include "panels/ZoomGroup.h"
+#include "session/MicrophoneLevel.h"
 #include "settings/Format.h"
+#include "settings/Prefs.h"
 #include "ui/Button.h"
+#include "ui/PopupMenu.h"
 #include "ui/ScreenPlace.h"
+#include "ui/Symbol.h"
 #include "ui/Theme.h"
 
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -25,14 +30,21 @@ constexpr double kRadius = 18;
 constexpr int kBelowFlash = 8;
 constexpr int kAboveBottom = 18;
 constexpr int kFitAfter = 100; // ms
+constexpr int kGap = 2;
+constexpr int kGroupMargin = 6;
+constexpr int kTightGroupMargin = 3;
+constexpr int kBesideBar = 24; ///< of the screen's width, at both sides together
+constexpr int kMenuIcon = 18;
 
 /// One pixel wide, with the room of a group's end around it.
 class GroupLine final : public QWidget {
 public:
-    GroupLine() { setFixedSize(13, 32); }
+    GroupLine() { setFixedSize(1 + 2 * kGroupMargin, 32); }
 
 protected:
-    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(QRectF(6, 0, 1, height()), Theme::border); }
+    void paintEvent(QPaintEvent*) override {
+        QPainter(this).fillRect(QRectF((width() - 1) / 2, 0, 1, height()), Theme::border);
+    }
 };
 
 QSpacerItem* gap(int width) {
@@ -41,23 +53,35 @@ QSpacerItem* gap(int width) {
 
 } // namespace
 
-ControlBar::ControlBar(RecorderController& recorder, const MicrophoneMonitor* microphone)
-    : FloatingPanel(PanelLevel::bar, {kRadius, Elevation::floating}), recorder_(recorder), microphone_(microphone) {
+ControlBar::ControlBar(Parts parts)
+    : FloatingPanel(PanelLevel::bar, {kRadius, Elevation::floating}), parts_(std::move(parts)),
+      recorder_(parts_.targets.recorder) {
     setWindowTitle(QStringLiteral("Velmo Studio · controles"));
     setMovableByBackground(true);
     build();
+    watch();
+    refresh();
+    showClock();
+}
+
+void ControlBar::watch() {
     fit_.setSingleShot(true);
     fit_.setInterval(kFitAfter);
     connect(&fit_, &QTimer::timeout, this, &ControlBar::fitToContent);
-    connect(&recorder_, &RecorderController::stateChanged, this, &ControlBar::showState);
-    connect(&recorder_, &RecorderController::elapsedChanged, this, &ControlBar::showClock);
-    connect(&recorder_, &RecorderController::flashChanged, this, [this] { flash_->setFlash(recorder_.flash()); });
-    if (microphone_ != nullptr) {
-        connect(microphone_, &MicrophoneMonitor::levelChanged, this,
-                [this] { level_->setLevel(microphone_->level()); });
+    using Recorder = RecorderController;
+    for (const auto changed :
+         {&Recorder::stateChanged, &Recorder::sceneChanged, &Recorder::zoomOnChanged, &Recorder::zoomFollowingChanged,
+          &Recorder::regionOnChanged, &Recorder::spotlightOnChanged}) {
+        connect(&recorder_, changed, this, &ControlBar::refresh);
     }
-    showState();
-    showClock();
+    connect(&parts_.prefs, &Prefs::changed, this, &ControlBar::refresh);
+    connect(&recorder_, &Recorder::zoomLevelNowChanged, this, [this] { zoom_->setLevel(recorder_.zoomLevelNow()); });
+    connect(&recorder_, &Recorder::elapsedChanged, this, &ControlBar::showClock);
+    connect(&recorder_, &Recorder::flashChanged, this, [this] { flash_->setFlash(recorder_.flash()); });
+    if (const MicrophoneLevel* const microphone = parts_.microphone) {
+        connect(microphone, &MicrophoneLevel::levelChanged, this,
+                [this, microphone] { level_->setLevel(microphone->level()); });
+    }
 }
 
 ControlBar::~ControlBar() = default;
@@ -91,29 +115,75 @@ void ControlBar::build() {
     addButtons(*row);
     row->addStretch();
     row->addItem(gap(10));
-    auto* finish = new Button(ButtonStyle::finish, QStringLiteral("Terminar"));
-    finish->setSymbol(QStringLiteral("stop.fill"));
-    finish->setToolTip(QStringLiteral("Terminar y guardar (⌃G)"));
-    finish->setAccessibleName(QStringLiteral("Terminar y guardar"));
-    connect(finish, &Button::clicked, this, [this] { recorder_.stop(); });
-    row->addWidget(finish);
+    finish_ = new Button(ButtonStyle::finish, QStringLiteral("Terminar"));
+    finish_->setSymbol(QStringLiteral("stop.fill"));
+    finish_->setAccessibleName(QStringLiteral("Terminar y guardar"));
+    connect(finish_, &Button::clicked, this, [this] { recorder_.stop(); });
+    row->addWidget(finish_);
 }
 
 void ControlBar::addButtons(QHBoxLayout& row) {
     int group = 0;
     for (const BarControl& control : barControls()) {
+        Button* const button = makeButton(control);
+        buttons_.push_back(button);
+        gaps_.push_back(nullptr);
+        if (control.place == BarControl::Place::zoomGroup) {
+            if (zoom_ == nullptr) {
+                row.addWidget(zoom_ = new ZoomGroup);
+            }
+            zoom_->add(button);
+            continue;
+        }
         if (control.group != group) {
             group = control.group;
             addLine(row, group);
         } else {
-            row.addItem(gap(2));
+            row.addItem(gaps_.back() = gap(kGap));
         }
-        auto* button = new Button(ButtonStyle::bar);
-        button->setSubdued(control.weight == BarControl::Weight::subdued);
-        connect(button, &Button::clicked, this, [this, &control] { (recorder_.*control.action)(); });
         row.addWidget(button);
-        buttons_.push_back(button);
     }
+}
+
+Button* ControlBar::makeButton(const BarControl& control) {
+    auto* button = new Button(ButtonStyle::bar);
+    button->setSubdued(control.weight == BarControl::Weight::subdued);
+    button->setHasMenu(control.menu == BarControl::Menu::onClick);
+    connect(button, &Button::clicked, this, [this, &control, button] { press(control, *button); });
+    if (control.menu == BarControl::Menu::onRightClick) {
+        button->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(button, &QWidget::customContextMenuRequested, this,
+                [this, &control, button](QPoint place) { openMenu(control, button->mapToGlobal(place)); });
+    }
+    return button;
+}
+
+void ControlBar::press(const BarControl& control, Button& button) {
+    if (control.menu == BarControl::Menu::onClick) {
+        openMenu(control, button.mapToGlobal(QPoint(0, button.height())));
+        return;
+    }
+    // The bar never has the focus: the events that it gets tell nothing of the keyboard.
+    const bool option = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier);
+    const BarControl::Action action = option && control.optionPress ? control.optionPress : control.press;
+    action(parts_.targets, state());
+}
+
+void ControlBar::openMenu(const BarControl& control, QPoint place) {
+    auto* menu = new PopupMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const BarControl::MenuEntry& entry : control.entries(state())) {
+        const QString text = entry.key.isEmpty() ? entry.title : entry.title + QLatin1Char('\t') + inKeys(entry.key);
+        QAction* const action = menu->addAction(text);
+        if (!entry.symbol.isEmpty()) {
+            const QColor& ink = entry.current ? Theme::sky : Theme::muted;
+            action->setIcon(Symbol::pixmap(entry.symbol, kMenuIcon, ink, devicePixelRatioF()));
+        }
+        action->setCheckable(entry.current);
+        action->setChecked(entry.current);
+        connect(action, &QAction::triggered, this, [this, act = entry.action] { act(parts_.targets); });
+    }
+    menu->popup(place);
 }
 
 void ControlBar::addLine(QHBoxLayout& row, int group) {
@@ -121,38 +191,57 @@ void ControlBar::addLine(QHBoxLayout& row, int group) {
     row.addWidget(lines_.back().widget);
 }
 
-void ControlBar::showState() {
-    const BarState state{recorder_.state(), material_, drawing_};
-    dot_->setPaused(state.paused());
-    level_->setPaused(state.paused());
+BarState ControlBar::state() const {
+    BarState now;
+    now.state = recorder_.state();
+    now.mode = parts_.prefs.mode;
+    now.scene = recorder_.scene();
+    now.zoomOn = recorder_.zoomOn();
+    now.zoomFollowing = recorder_.zoomFollowing();
+    now.regionOn = recorder_.regionOn();
+    now.spotlightOn = recorder_.spotlightOn();
+    now.hasScript = !parts_.prefs.scriptText.value().trimmed().isEmpty();
+    if (parts_.surroundings) {
+        now.around = parts_.surroundings();
+    }
+    return now;
+}
+
+void ControlBar::refresh() {
+    const BarState now = state();
+    dot_->setPaused(now.paused());
+    level_->setPaused(now.paused());
+    const auto controls = barControls();
     for (Line& line : lines_) {
-        const auto controls = barControls();
         line.widget->setVisible(std::any_of(controls.begin(), controls.end(), [&](const BarControl& control) {
-            return control.group == line.group && control.shown(state);
+            return control.group == line.group && control.shown(now);
         }));
     }
+    zoom_->setVisible(usesScreen(now.mode) && now.zoomOn);
+    zoom_->setLevel(recorder_.zoomLevelNow());
+    finish_->setToolTip(inKeys(QStringLiteral("Terminar y guardar (⌃G)")));
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
-        const BarControl& control = barControls()[i];
-        const BarControl::Face face = control.face(state);
-        Button& button = *buttons_[i];
-        button.setVisible(control.shown(state));
-        button.setSymbol(face.symbol);
-        button.setToolTip(face.help);
-        button.setAccessibleName(nameOfHelp(face.help));
-        button.setCheckable(face.lit);
-        button.setChecked(face.lit);
+        showButton(i, now);
     }
     fit_.start();
 }
 
-void ControlBar::setMaterial(BarState::Material material) {
-    material_ = material;
-    showState();
+/// A text in the keys that the user has chosen.
+QString ControlBar::inKeys(const QString& text) const {
+    return shortcutText(text, parts_.prefs.shortcutModifier);
 }
 
-void ControlBar::setDrawing(bool drawing) {
-    drawing_ = drawing;
-    showState();
+void ControlBar::showButton(std::size_t index, const BarState& state) {
+    const BarControl& control = barControls()[index];
+    const BarControl::Face face = control.face(state);
+    Button& button = *buttons_[index];
+    button.setVisible(control.shown(state));
+    button.setSymbol(face.symbol);
+    button.setText(tightness_ < Tightness::iconsOnly ? face.label : QString());
+    button.setToolTip(inKeys(face.help));
+    button.setAccessibleName(nameOfHelp(face.help));
+    button.setCheckable(face.lit);
+    button.setChecked(face.lit);
 }
 
 void ControlBar::showClock() {
@@ -176,9 +265,31 @@ QPainterPath ControlBar::outline() const {
     return path;
 }
 
-void ControlBar::fitToContent() {
+void ControlBar::apply(Tightness tightness) {
+    tightness_ = tightness;
+    for (const Line& line : lines_) {
+        line.widget->setFixedWidth(1 + 2 * (tightness < Tightness::tight ? kGroupMargin : kTightGroupMargin));
+    }
+    const BarState now = state();
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        showButton(i, now);
+        if (gaps_[i] != nullptr) {
+            const bool stands = barControls()[i].shown(now) && tightness < Tightness::noGaps;
+            gaps_[i]->changeSize(stands ? kGap : 0, 0, QSizePolicy::Fixed, QSizePolicy::Minimum);
+        }
+    }
+    row_->layout()->invalidate();
     row_->layout()->activate();
     layout()->activate();
+}
+
+void ControlBar::fitToContent() {
+    for (const Tightness each : {Tightness::roomy, Tightness::noGaps, Tightness::iconsOnly, Tightness::tight}) {
+        apply(each);
+        if (freeWidth_ == 0 || row_->layout()->totalSizeHint().width() <= freeWidth_ - kBesideBar) {
+            break;
+        }
+    }
     const QSize wanted = layout()->totalSizeHint().expandedTo({kLeastWidth, kLeastHeight});
     if (wanted != size()) {
         const QRect now = geometry();
@@ -190,11 +301,12 @@ void ControlBar::fitToContent() {
 }
 
 void ControlBar::show(const Screen& screen) {
-    showState();
+    const QRect free = ScreenPlace::visibleFrame(screen);
+    freeWidth_ = free.width();
+    refresh();
     showClock();
     flash_->setFlash(recorder_.flash());
     fitToContent();
-    const QRect free = ScreenPlace::visibleFrame(screen);
     move(free.x() + (free.width() - width()) / 2, free.y() + free.height() - kAboveBottom - height());
     QWidget::show();
 }

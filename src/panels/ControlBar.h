@@ -6,10 +6,12 @@
 
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 class QHBoxLayout;
+class QSpacerItem;
 
 namespace velmo {
 
@@ -17,8 +19,10 @@ class Button;
 class ClockLabel;
 class FlashStrip;
 class LevelColumns;
-class MicrophoneMonitor;
+class MicrophoneLevel;
+class Prefs;
 class RecordingDot;
+class ZoomGroup;
 
 /// The bar that drives a running recording: one row of controls, over it the flash. It calls the recorder and shows
 /// its fields, and decides nothing. Main thread; made once, shown while a recording runs. Never takes the focus.
@@ -28,14 +32,19 @@ public:
     static constexpr int kLeastWidth = 300;
     static constexpr int kLeastHeight = 110;
 
-    /// Borrowed; `microphone` may be null.
-    ControlBar(RecorderController& recorder, const MicrophoneMonitor* microphone);
+    /// All borrowed.
+    struct Parts {
+        BarTargets targets;
+        const Prefs& prefs;
+        const MicrophoneLevel* microphone = nullptr;     ///< may be null
+        std::function<BarSurroundings()> surroundings{}; ///< asked whenever the bar is brought up to date; may be empty
+    };
+
+    explicit ControlBar(Parts parts);
     ~ControlBar() override;
 
-    /// Its button stands while there is material, and is lit while that is shown.
-    void setMaterial(BarState::Material material);
-    /// Its button is lit while the mouse draws.
-    void setDrawing(bool drawing);
+    /// To be called when the surroundings have changed.
+    void refresh();
 
     /// Fits the bar to its controls, puts it at the bottom of the screen and in front.
     void show(const Screen& screen) override;
@@ -46,23 +55,36 @@ protected:
     QPainterPath outline() const override;
 
 private:
+    /// What a bar that is too wide for the screen gives up, one after the other.
+    enum class Tightness { roomy, noGaps, iconsOnly, tight };
+
+    void watch();
     void build();
     void addButtons(QHBoxLayout& row);
+    Button* makeButton(const BarControl& control);
     void addLine(QHBoxLayout& row, int group);
-    void showState();
+    BarState state() const;
+    QString inKeys(const QString& text) const;
+    void showButton(std::size_t index, const BarState& state);
     void showClock();
+    void press(const BarControl& control, Button& button);
+    void openMenu(const BarControl& control, QPoint place);
+    void apply(Tightness tightness);
     void fitToContent();
 
+    const Parts parts_;
     RecorderController& recorder_;
-    const MicrophoneMonitor* microphone_;
     FlashStrip* flash_ = nullptr;
     QWidget* row_ = nullptr;
     RecordingDot* dot_ = nullptr;
     ClockLabel* clock_ = nullptr;
+    Button* finish_ = nullptr;
     LevelColumns* level_ = nullptr;
-    BarState::Material material_ = BarState::Material::none;
-    bool drawing_ = false;
-    std::vector<Button*> buttons_; // one for each of barControls()
+    ZoomGroup* zoom_ = nullptr;
+    std::vector<Button*> buttons_;   // one for each of barControls()
+    std::vector<QSpacerItem*> gaps_; // before each button; null for the first of a group and in the zoom's capsule
+    Tightness tightness_ = Tightness::roomy;
+    int freeWidth_ = 0; // of the screen that the bar is on; 0 before it was shown
     struct Line {
         QWidget* widget;
         int group;

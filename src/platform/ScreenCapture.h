@@ -131,6 +131,7 @@ public:
 class ScreenCaptureService {
 public:
     using ContentCompletion = std::function<void(Result<ShareableContent>)>;
+    using ImageCompletion = std::function<void(Result<FrameRef>)>;
 
     virtual ~ScreenCaptureService() = default;
 
@@ -141,6 +142,10 @@ public:
     /// `delegate` is borrowed, may be null, and must outlive the stream.
     virtual Result<std::unique_ptr<CaptureStream>>
     makeStream(const ContentFilter& filter, const StreamConfiguration& configuration, StreamDelegate* delegate) = 0;
+    /// One picture of what the filter shows now; of the configuration only size, format and pointer count. Returns at
+    /// once; `completion` is called once, on any thread.
+    virtual void captureImage(const ContentFilter& filter, const StreamConfiguration& configuration,
+                              ImageCompletion completion) = 0;
     /// Whether capture is permitted as far as the system tells without asking the user.
     virtual bool preflightAccess() const = 0;
     /// Asks the user where the system has such a prompt. True when capture is permitted.

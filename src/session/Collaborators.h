@@ -83,14 +83,6 @@ public:
     virtual void stopFrames() = 0;
 };
 
-/// Loudness of the microphone that is being recorded, where no camera session listens to it.
-class MicrophoneLevel {
-public:
-    virtual ~MicrophoneLevel() = default;
-    /// 0 to 1.
-    virtual double level() const = 0;
-};
-
 class SecondCameraPort {
 public:
     virtual ~SecondCameraPort() = default;

@@ -98,7 +98,6 @@ struct SessionSurfaces {
     CountdownPort* countdown = nullptr;
     CameraPort* camera = nullptr;
     SecondCameraPort* secondCamera = nullptr;
-    MicrophoneLevel* microphoneLevel = nullptr; ///< goes before the camera's
     BubblePort* bubble = nullptr;
     SecondBubblePort* secondBubble = nullptr;
     PhonePort* phone = nullptr;

@@ -13,6 +13,12 @@ const QString kDataMember = QStringLiteral("base64");
 
 } // namespace
 
+void DefaultsStore::setAll(const QJsonObject& values) {
+    for (auto entry = values.begin(); entry != values.end(); ++entry) {
+        setAny(entry.key(), entry.value());
+    }
+}
+
 std::optional<QString> DefaultsStore::text(const QString& key) const {
     const QJsonValue value = any(key);
     return value.isString() ? std::optional(value.toString()) : std::nullopt;

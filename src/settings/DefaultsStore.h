@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
 
@@ -21,6 +22,8 @@ public:
     virtual QJsonValue any(const QString& key) const = 0;
     /// Undefined or null removes the key.
     virtual void setAny(const QString& key, const QJsonValue& value) = 0;
+    /// Each as by `setAny`; where the store can, in one write.
+    virtual void setAll(const QJsonObject& values);
 
     bool contains(const QString& key) const { return !any(key).isUndefined(); }
     void remove(const QString& key) { setAny(key, QJsonValue(QJsonValue::Undefined)); }

@@ -27,12 +27,28 @@ QJsonValue JsonDefaultsStore::any(const QString& key) const {
 }
 
 void JsonDefaultsStore::setAny(const QString& key, const QJsonValue& value) {
+    if (keep(key, value) || behind_) {
+        save();
+    }
+}
+
+void JsonDefaultsStore::setAll(const QJsonObject& values) {
+    bool changes = false;
+    for (auto entry = values.begin(); entry != values.end(); ++entry) {
+        changes |= keep(entry.key(), entry.value());
+    }
+    if (changes || behind_) {
+        save();
+    }
+}
+
+bool JsonDefaultsStore::keep(const QString& key, const QJsonValue& value) {
     const QJsonValue kept = value.isNull() ? QJsonValue(QJsonValue::Undefined) : value;
-    if (kept == values_.value(key) && !behind_) {
-        return;
+    if (kept == values_.value(key)) {
+        return false;
     }
     values_.insert(key, kept); // an undefined value removes the key
-    save();
+    return true;
 }
 
 void JsonDefaultsStore::load() {

@@ -28,10 +28,13 @@ public:
 
     QJsonValue any(const QString& key) const override;
     void setAny(const QString& key, const QJsonValue& value) override;
+    void setAll(const QJsonObject& values) override;
 
     const std::filesystem::path& file() const { return file_; }
 
 private:
+    /// Whether that changed something.
+    bool keep(const QString& key, const QJsonValue& value);
     void load();
     void save();
     void log(const std::string& what, const Error& error) const;

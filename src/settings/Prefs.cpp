@@ -48,7 +48,7 @@ void Prefs::reload() {
            &Prefs::muteClicks, &Prefs::startPresenter, &Prefs::showName, &Prefs::showPhone, &Prefs::scriptText,
            &Prefs::prompterOn, &Prefs::prompterSpeed, &Prefs::prompterFont, &Prefs::phoneSize, &Prefs::presenterName,
            &Prefs::presenterRole, &Prefs::presenterStyle, &Prefs::secondCameraID, &Prefs::secondBubbleSize,
-           &Prefs::secondBubbleShape, &Prefs::secondMirror, &Prefs::cursorHighlight);
+           &Prefs::secondBubbleShape, &Prefs::secondMirror, &Prefs::cursorHighlight, &Prefs::shortcutModifier);
 }
 
 } // namespace velmo

@@ -10,6 +10,7 @@
 #include "settings/RingStyle.h"
 #include "settings/RingWeight.h"
 #include "settings/Setting.h"
+#include "settings/ShortcutModifier.h"
 #include "settings/VideoQuality.h"
 
 #include <QObject>
@@ -85,6 +86,7 @@ public:
     Setting<BubbleShape> secondBubbleShape{*this, "secondBubbleShape", BubbleShape::rounded};
     Setting<bool> secondMirror{*this, "secondMirror", false};
     Setting<bool> cursorHighlight{*this, "cursorHighlight", true};
+    Setting<ShortcutModifier> shortcutModifier{*this, "shortcutModifier", ShortcutModifier::control};
     Setting<std::optional<Rect>> recordRegion{*this, "recordRegion", {}}; ///< fractions of the screen, 0 to 1
 
 signals:

@@ -68,6 +68,7 @@ void ScreenDrawing::startDrawing() {
     if (services_.bringBubblesToFront) {
         services_.bringBubblesToFront();
     }
+    palette_->show();
     palette_->bringToFront();
     setDrawing(true);
 }

@@ -32,10 +32,12 @@ Measures measures(ButtonStyle style) {
     switch (style) {
     case ButtonStyle::primaryLarge:
         return {44, 12, 24, 120, TextStyle::heading, 16};
+    case ButtonStyle::primarySmall:
+        return {28, 8, 12, 28, TextStyle::strong, 14};
     case ButtonStyle::finish:
         return {38, 10, 14, 38, TextStyle::strong, 15};
     case ButtonStyle::bar:
-        return {36, 10, 0, 36, TextStyle::strong, 18};
+        return {36, 10, 10, 36, TextStyle::strong, 18};
     case ButtonStyle::icon:
         return {28, 8, 0, 28, TextStyle::strong, 16};
     default:
@@ -86,7 +88,8 @@ QColor halved(QColor color) {
 } // namespace
 
 Button::Button(ButtonStyle style, const QString& text, QWidget* parent)
-    : QAbstractButton(parent), style_(style), hover_(this, Fade::kHover, QEasingCurve::Linear, [this] { update(); }) {
+    : QAbstractButton(parent), style_(style), symbolSize_(measures(style).icon),
+      hover_(this, Fade::kHover, QEasingCurve::Linear, [this] { update(); }) {
     setText(text);
     setFont(Type::font(measures(style).text));
     setCursor(Qt::PointingHandCursor);
@@ -103,13 +106,24 @@ void Button::setSymbol(const QString& name) {
     }
 }
 
+void Button::setSymbolSize(int size) {
+    symbolSize_ = size;
+    updateGeometry();
+    update();
+}
+
 void Button::setSubdued(bool subdued) {
     subdued_ = subdued;
     update();
 }
 
+void Button::setHasMenu(bool hasMenu) {
+    hasMenu_ = hasMenu;
+    update();
+}
+
 QMargins Button::room() const {
-    if (style_ == ButtonStyle::bar || style_ == ButtonStyle::finish || style_ == ButtonStyle::icon) {
+    if (style_ == ButtonStyle::bar || style_ == ButtonStyle::finish || style_ == ButtonStyle::icon || isSmall()) {
         return {};
     }
     return QMargins(kRoom, kRoom, kRoom, isPrimary() ? kGlowBelow : kRoom);
@@ -119,8 +133,8 @@ QSize Button::sizeHint() const {
     const Measures m = measures(style_);
     double width = 0;
     if (!text().isEmpty()) {
-        width =
-            QFontMetricsF(font()).horizontalAdvance(text()) + 2 * m.padding + (symbol_.isEmpty() ? 0 : m.icon + kGap);
+        width = QFontMetricsF(font()).horizontalAdvance(text()) + 2 * m.padding +
+                (symbol_.isEmpty() ? 0 : symbolSize_ + kGap);
     }
     const QMargins around = room();
     return QSize(std::max(m.leastWidth, static_cast<int>(std::ceil(width))) + around.left() + around.right(),
@@ -152,6 +166,11 @@ void Button::keyPressEvent(QKeyEvent* event) {
         // The repeats of a key that closed one dialog must not answer the next one.
         click();
     }
+}
+
+void Button::setEmphasized(bool emphasized) {
+    emphasized_ = emphasized;
+    update();
 }
 
 void Button::focusVisibly() {
@@ -187,13 +206,20 @@ void Button::paintEvent(QPaintEvent*) {
         Painting::focusRing(painter, box, measures(style_).radius);
     }
     paintContent(painter, box);
+    if (hasMenu_) {
+        Symbol::paint(painter, QRectF(box.right() - 12, box.bottom() - 12, 9, 9), QStringLiteral("chevron.down"), 9,
+                      inkColor());
+    }
 }
 
 void Button::paintFloor(QPainter& painter, const QRectF& box) const {
     const Fills look = fills(style_);
     const bool bare = style_ == ButtonStyle::icon && subdued_;
     QColor fill = between(bare ? Theme::withOpacity(look.rest, 0) : look.rest, look.hover, hover_.value());
-    QColor border = look.border;
+    QColor border = emphasized_ ? Theme::withOpacity(Theme::skyBright, 0.75) : look.border;
+    if (style_ == ButtonStyle::bar && !text().isEmpty()) {
+        fill = between(look.hover, look.pressed, hover_.value()); // words on a bar need to look like a button
+    }
     if (isDown()) {
         fill = look.pressed;
     } else if (isChecked()) {
@@ -208,7 +234,7 @@ void Button::paintFloor(QPainter& painter, const QRectF& box) const {
 
 void Button::paintPrimary(QPainter& painter, const QRectF& box) const {
     const double radius = measures(style_).radius;
-    if (isEnabled() && !isDown()) {
+    if (isEnabled() && !isDown() && !isSmall()) {
         Shadow::paintGlow(painter, box, radius, Theme::brand);
     }
     painter.setPen(Qt::NoPen);
@@ -237,6 +263,7 @@ QColor Button::inkColor() const {
     switch (style_) {
     case ButtonStyle::primary:
     case ButtonStyle::primaryLarge:
+    case ButtonStyle::primarySmall:
     case ButtonStyle::finish:
         return Theme::navyDeep;
     case ButtonStyle::danger:
@@ -252,22 +279,21 @@ QColor Button::inkColor() const {
         return between(rest, Theme::nsColor(0xFFFFFF), hover_.value());
     }
     case ButtonStyle::ghost:
-        return isChecked() ? Theme::sky : Theme::sand;
+        return isChecked() || emphasized_ ? Theme::sky : Theme::sand;
     }
     return Theme::sand;
 }
 
 void Button::paintContent(QPainter& painter, const QRectF& box) const {
-    const Measures m = measures(style_);
     const QColor ink = inkColor();
     const QColor iconInk = style_ == ButtonStyle::finish ? Theme::rec : ink;
     const QFontMetricsF metrics(font());
     const double textWidth = text().isEmpty() ? 0 : metrics.horizontalAdvance(text());
-    const double iconWidth = symbol_.isEmpty() ? 0 : m.icon;
+    const double iconWidth = symbol_.isEmpty() ? 0 : symbolSize_;
     const double gap = textWidth > 0 && iconWidth > 0 ? kGap : 0;
     double x = std::round(box.center().x() - (textWidth + iconWidth + gap) / 2);
     if (iconWidth > 0) {
-        Symbol::paint(painter, QRectF(x, box.top(), iconWidth, box.height()), symbol_, m.icon, iconInk);
+        Symbol::paint(painter, QRectF(x, box.top(), iconWidth, box.height()), symbol_, symbolSize_, iconInk);
         x += iconWidth + gap;
     }
     painter.setFont(font());

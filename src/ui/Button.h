@@ -10,6 +10,7 @@ namespace velmo {
 enum class ButtonStyle {
     primary,
     primaryLarge,
+    primarySmall, ///< in a row of small buttons; without glow and room
     ghost,
     quiet,
     danger,
@@ -27,8 +28,15 @@ public:
 
     /// By the names of Symbol; empty for none.
     void setSymbol(const QString& name);
+    /// In place of the style's own size, in points.
+    void setSymbolSize(int size);
     /// Quieter icon, for what is used rarely; a small square has no fill at rest.
     void setSubdued(bool subdued);
+    /// The first choice among ghost buttons: lit outline and text.
+    void setEmphasized(bool emphasized);
+
+    /// A small mark in the corner: a click opens a menu.
+    void setHasMenu(bool hasMenu);
 
     /// Takes the focus and shows it, as a press of Tab does.
     void focusVisibly();
@@ -56,11 +64,17 @@ private:
     void paintContent(class QPainter& painter, const QRectF& shape) const;
     QColor inkColor() const;
     QMargins room() const;
-    bool isPrimary() const { return style_ == ButtonStyle::primary || style_ == ButtonStyle::primaryLarge; }
+    bool isPrimary() const {
+        return style_ == ButtonStyle::primary || style_ == ButtonStyle::primaryLarge || isSmall();
+    }
+    bool isSmall() const { return style_ == ButtonStyle::primarySmall; }
 
     const ButtonStyle style_;
     QString symbol_;
+    int symbolSize_;
     bool subdued_ = false;
+    bool emphasized_ = false;
+    bool hasMenu_ = false;
     bool showsFocus_ = false;
     Fade hover_;
 };

@@ -1,5 +1,6 @@
 #include "ui/Disclosure.h"
 
+#include "ui/FocusRing.h"
 #include "ui/Painting.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
@@ -18,6 +19,8 @@ constexpr int kHeight = 42;
 constexpr int kPadding = 12;
 constexpr int kIcon = 16;
 constexpr int kGap = 10;
+constexpr double kRadius = 9;
+constexpr int kRingInset = 2;
 
 } // namespace
 
@@ -26,6 +29,7 @@ Disclosure::Disclosure(QString symbol, const QString& text, Chevron chevron, QWi
     setText(text);
     setFont(Type::font(chevron == Chevron::atEnd ? TextStyle::strong : TextStyle::label));
     setCheckable(true);
+    new FocusRing(*this, kRadius, QMargins(kRingInset, 4, kRingInset, 4));
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(chevron == Chevron::atEnd ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -41,11 +45,7 @@ void Disclosure::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const bool atEnd = chevron_ == Chevron::atEnd;
     if (underMouse() && !atEnd) {
-        Painting::roundedBox(painter, QRectF(rect()).adjusted(0, 4, 0, -4), 9, Theme::surface2, Qt::transparent);
-    }
-    if (hasFocus()) {
-        Painting::roundedBox(painter, QRectF(rect()).adjusted(2, 4, -2, -4), 9, Qt::transparent,
-                             Theme::withOpacity(Theme::skyBright, 0.55));
+        Painting::roundedBox(painter, QRectF(rect()).adjusted(0, 4, 0, -4), kRadius, Theme::surface2, Qt::transparent);
     }
     double x = kPadding;
     if (!symbol_.isEmpty()) {

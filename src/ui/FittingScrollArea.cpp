@@ -1,6 +1,6 @@
 #include "ui/FittingScrollArea.h"
 
-#include "ui/Theme.h"
+#include "ui/ScrollLook.h"
 
 #include <QEvent>
 #include <QLayout>
@@ -9,14 +9,6 @@
 #include <algorithm>
 
 namespace velmo {
-
-namespace {
-
-QString css(const QColor& color) {
-    return QStringLiteral("rgba(%1,%2,%3,%4)").arg(color.red()).arg(color.green()).arg(color.blue()).arg(color.alpha());
-}
-
-} // namespace
 
 FittingScrollArea::FittingScrollArea(QWidget* contents, QWidget* parent) : QScrollArea(parent) {
     setFrameShape(NoFrame);
@@ -27,13 +19,7 @@ FittingScrollArea::FittingScrollArea(QWidget* contents, QWidget* parent) : QScro
     setWidget(contents);
     contents->setAutoFillBackground(false);
     contents->installEventFilter(this);
-    verticalScrollBar()->setStyleSheet(
-        QStringLiteral(
-            "QScrollBar { background: transparent; width: 9px; }"
-            "QScrollBar::handle { background: %1; border-radius: 2px; margin: 2px 4px 2px 0; min-height: 24px; }"
-            "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
-            "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }")
-            .arg(css(Theme::withOpacity(Theme::muted, 0.35))));
+    verticalScrollBar()->setStyleSheet(ScrollLook::sheet());
 }
 
 void FittingScrollArea::setMostHeight(int height) {

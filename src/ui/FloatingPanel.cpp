@@ -132,14 +132,9 @@ void FloatingPanel::giveMouseBack() {
 }
 
 void FloatingPanel::bringToFront() {
-    if (isVisible()) {
-        comeFirst();
-    } else {
-        show();
+    if (!isVisible()) {
+        return;
     }
-}
-
-void FloatingPanel::comeFirst() {
     std::erase(shownPanels(), this);
     shownPanels().push_back(this);
     restack();
@@ -149,7 +144,7 @@ void FloatingPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     composited_ = X11Window::isComposited();
     shapeChanged();
-    comeFirst();
+    bringToFront();
 }
 
 void FloatingPanel::resizeEvent(QResizeEvent* event) {
@@ -164,12 +159,14 @@ QPixmap FloatingPanel::paintedFloor() const {
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     const QRectF box = card();
+    const QColor fill = floor_.fill.isValid() ? floor_.fill : Theme::floating();
+    const QColor border = floor_.border.isValid() ? floor_.border : Theme::strongBorder();
     if (composited_) {
         Shadow::paint(painter, box, floor_.radius, *floor_.shadow);
-        Painting::roundedBox(painter, box, floor_.radius, Theme::floating(), Theme::strongBorder());
+        Painting::roundedBox(painter, box, floor_.radius, fill, border);
     } else {
-        painter.fillRect(rect(), Theme::withOpacity(Theme::floating(), 1));
-        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, Theme::strongBorder());
+        painter.fillRect(rect(), Theme::withOpacity(fill, 1));
+        Painting::roundedBox(painter, box, floor_.radius, Qt::transparent, border);
     }
     return pixmap;
 }

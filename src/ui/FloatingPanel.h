@@ -2,6 +2,7 @@
 
 #include "ui/Shadow.h"
 
+#include <QColor>
 #include <QPainterPath>
 #include <QPixmap>
 #include <QRegion>
@@ -32,6 +33,8 @@ public:
     struct Floor {
         double radius = 16;
         std::optional<Elevation> shadow = Elevation::floating; ///< absent: the panel paints itself, without a card
+        QColor fill = {};                                      ///< invalid: those of all floating cards
+        QColor border = {};
     };
 
     FloatingPanel(PanelLevel level, Floor floor);
@@ -41,10 +44,10 @@ public:
     /// The card on the screen, in Qt's coordinates.
     QRect cardGeometry() const;
     void setCardGeometry(const QRect& card);
+    /// In front of all panels of its level. Nothing while hidden.
+    void bringToFront();
     /// Mouse and touch go to what is behind.
     void setClickThrough(bool through);
-    /// Shows it before all panels of its level.
-    void bringToFront();
     /// Dragging what is no control moves the panel.
     void setMovableByBackground(bool movable) { movable_ = movable; }
 
@@ -81,7 +84,6 @@ protected:
 
 private:
     void applyShape();
-    void comeFirst();
     QPixmap paintedFloor() const;
 
     const PanelLevel level_;

@@ -6,11 +6,11 @@
 
 namespace velmo {
 
-/// A rounded tile of 42 points with an icon: what kind of message this is.
+/// A rounded tile with an icon: what kind of message or thing this is.
 class IconTile final : public QWidget {
     Q_OBJECT
 public:
-    IconTile(QString symbol, QColor ink, QColor tint, QWidget* parent = nullptr);
+    IconTile(QString symbol, QColor ink, QColor tint, QWidget* parent = nullptr, int size = 42);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,5 +1,6 @@
 #include "ui/ModeTile.h"
 
+#include "ui/FocusRing.h"
 #include "ui/Painting.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int kHeight = 72;
 constexpr int kIcon = 24;
+constexpr double kRadius = 12;
 
 } // namespace
 
@@ -28,6 +30,7 @@ ModeTile::ModeTile(QString symbol, const QString& text, QWidget* parent)
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    new FocusRing(*this, kRadius);
 }
 
 QSize ModeTile::sizeHint() const {
@@ -38,10 +41,7 @@ QSize ModeTile::sizeHint() const {
 void ModeTile::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QColor fill = isChecked() ? Theme::chosen() : underMouse() ? Theme::surface2 : Theme::surface;
-    Painting::roundedBox(painter, rect(), 12, fill, isChecked() ? Theme::chosenOutline() : Theme::border);
-    if (hasFocus() && !isChecked()) {
-        Painting::roundedBox(painter, rect(), 12, Qt::transparent, Theme::skyBright);
-    }
+    Painting::roundedBox(painter, rect(), kRadius, fill, isChecked() ? Theme::chosenOutline() : Theme::border);
     Symbol::paint(painter, QRectF(0, 12, width(), kIcon), symbol_, kIcon, isChecked() ? Theme::sky : Theme::muted);
     painter.setFont(Type::font(isChecked() ? TextStyle::strong : TextStyle::label));
     painter.setPen(isChecked() ? Theme::sand : Theme::muted);

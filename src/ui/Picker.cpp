@@ -1,12 +1,12 @@
 #include "ui/Picker.h"
 
+#include "ui/FocusRing.h"
 #include "ui/Painting.h"
 #include "ui/PopupMenu.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
-#include <QFocusEvent>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
@@ -35,6 +35,7 @@ Picker::Picker(QString symbol, const QString& name, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    new FocusRing(*this, kRadius);
     connect(this, &QAbstractButton::clicked, this, &Picker::openMenu);
 }
 
@@ -45,6 +46,7 @@ void Picker::setChoices(std::vector<Choice> choices, const QString& current) {
     current_ = found == choices_.end() ? 0 : static_cast<std::size_t>(found - choices_.begin());
     setText(choices_.empty() ? QString() : choices_[current_].title);
     setToolTip(text());
+    setAccessibleDescription(text()); // the name says what is chosen, this which
     update();
 }
 
@@ -95,25 +97,12 @@ void Picker::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void Picker::focusInEvent(QFocusEvent* event) {
-    showsFocus_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    QAbstractButton::focusInEvent(event);
-}
-
-void Picker::focusOutEvent(QFocusEvent* event) {
-    showsFocus_ = false;
-    QAbstractButton::focusOutEvent(event);
-}
-
 void Picker::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF box = rect();
     const bool hovered = isEnabled() && underMouse();
     Painting::roundedBox(painter, box, kRadius, Theme::surface, hovered ? Theme::strongBorder() : Theme::border);
-    if (showsFocus_) {
-        Painting::roundedBox(painter, box, kRadius, Qt::transparent, Theme::skyBright);
-    }
     double x = kPadding;
     if (!symbol_.isEmpty()) {
         Symbol::paint(painter, QRectF(x, 0, kIcon, height()), symbol_, kIcon,

@@ -38,8 +38,6 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void openMenu();
@@ -48,7 +46,6 @@ private:
     const QString symbol_;
     std::vector<Choice> choices_;
     std::size_t current_ = 0;
-    bool showsFocus_ = false;
 };
 
 } // namespace velmo

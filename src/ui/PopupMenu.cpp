@@ -1,11 +1,17 @@
 #include "ui/PopupMenu.h"
 
+#include "ui/Symbol.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
+
+#include <QPainter>
 
 namespace velmo {
 
 namespace {
+
+constexpr int kMarkSide = 14;
+constexpr int kMarkRoom = 28; // right of the words
 
 QString css(const QColor& color) {
     return QStringLiteral("rgba(%1,%2,%3,%4)").arg(color.red()).arg(color.green()).arg(color.blue()).arg(color.alpha());
@@ -13,7 +19,7 @@ QString css(const QColor& color) {
 
 QString sheet() {
     return QStringLiteral("QMenu { background: %1; border: 1px solid %2; border-radius: 12px; padding: 6px; }"
-                          "QMenu::item { color: %3; padding: 6px 28px 6px 10px; border-radius: 7px; min-height: 18px; }"
+                          "QMenu::item { color: %3; padding: 6px 34px 6px 10px; border-radius: 7px; min-height: 18px; }"
                           "QMenu::item:selected { background: %4; }"
                           "QMenu::item:checked { color: %5; }"
                           "QMenu::item:disabled { color: %6; }"
@@ -31,6 +37,18 @@ PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
     setAttribute(Qt::WA_TranslucentBackground);
     setFont(Type::font(TextStyle::body));
     setStyleSheet(sheet());
+}
+
+void PopupMenu::paintEvent(QPaintEvent* event) {
+    QMenu::paintEvent(event);
+    QPainter painter(this);
+    for (QAction* action : actions()) {
+        if (action->isVisible() && action->isChecked() && !action->text().contains(QLatin1Char('\t'))) {
+            QRect room = actionGeometry(action);
+            room.setLeft(room.right() - kMarkRoom);
+            Symbol::paint(painter, room, QStringLiteral("checkmark"), kMarkSide, Theme::sky);
+        }
+    }
 }
 
 } // namespace velmo

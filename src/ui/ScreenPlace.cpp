@@ -9,12 +9,28 @@
 
 namespace velmo::ScreenPlace {
 
-QRect frame(const Screen& screen) {
+namespace {
+
+FlippedGeometry flipped() {
     const QRect primary = QGuiApplication::primaryScreen()->geometry();
-    const FlippedGeometry flipped{static_cast<double>(primary.y() + primary.height())};
-    const Rect down = flipped.flip(screen.frame);
+    return {static_cast<double>(primary.y() + primary.height())};
+}
+
+} // namespace
+
+QRect toQt(const Rect& global) {
+    const Rect down = flipped().flip(global);
     const auto whole = [](double value) { return static_cast<int>(std::lround(value)); };
     return QRect(whole(down.x), whole(down.y), whole(down.width), whole(down.height));
+}
+
+Rect toGlobal(const QRect& place) {
+    return flipped().flip(Rect{static_cast<double>(place.x()), static_cast<double>(place.y()),
+                               static_cast<double>(place.width()), static_cast<double>(place.height())});
+}
+
+QRect frame(const Screen& screen) {
+    return toQt(screen.frame);
 }
 
 QRect visibleFrame(const Screen& screen) {

@@ -16,17 +16,11 @@ namespace velmo::Shadow {
 
 namespace {
 
-struct Layer {
-    double down;
-    double blur;
-    double opacity;
-};
-
-constexpr Layer kHover[] = {{6, 16, 0.35}};
-constexpr Layer kFloating[] = {{10, 26, 0.42}, {2, 6, 0.30}};
-constexpr Layer kDialog[] = {{18, 48, 0.50}};
+constexpr Soft kHover[] = {{6, 16, 0.35}};
+constexpr Soft kFloating[] = {{10, 26, 0.42}, {2, 6, 0.30}};
+constexpr Soft kDialog[] = {{18, 48, 0.50}};
 // Narrower than the button, so that it has faded out where the button's own room ends.
-constexpr Layer kGlow = {5, 13, 0.45};
+constexpr Soft kGlow = {5, 13, 0.45};
 constexpr double kGlowInset = 13;
 constexpr double kGlowReach = 16;
 
@@ -35,7 +29,7 @@ double reach(double blurWidth) {
     return 2 * std::ceil(1.25 * blurWidth / 2);
 }
 
-std::span<const Layer> layers(Elevation elevation) {
+std::span<const Soft> layers(Elevation elevation) {
     switch (elevation) {
     case Elevation::hover:
         return kHover;
@@ -80,7 +74,7 @@ const QPixmap& patch(double radius, double blurWidth, const QColor& color) {
     return *made;
 }
 
-void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Layer& layer, QColor color) {
+void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Soft& layer, QColor color) {
     color.setAlphaF(static_cast<float>(layer.opacity));
     const double out = reach(layer.blur);
     const double shapeRadius = std::min({radius, shape.width() / 2, shape.height() / 2});
@@ -110,21 +104,31 @@ void paintLayer(QPainter& painter, const QRectF& shape, double radius, const Lay
 
 } // namespace
 
+QMargins margins(const Soft& shadow) {
+    const int around = static_cast<int>(std::ceil(reach(shadow.blur)));
+    const int down = static_cast<int>(shadow.down);
+    return {around, around - down, around, around + down};
+}
+
 QMargins margins(Elevation elevation) {
     QMargins room;
-    for (const Layer& layer : layers(elevation)) {
-        const int around = static_cast<int>(std::ceil(reach(layer.blur)));
-        const int down = static_cast<int>(layer.down);
-        room = QMargins(std::max(room.left(), around), std::max(room.top(), around - down),
-                        std::max(room.right(), around), std::max(room.bottom(), around + down));
+    for (const Soft& layer : layers(elevation)) {
+        room = room | margins(layer);
     }
     return room;
 }
 
 void paint(QPainter& painter, const QRectF& shape, double radius, Elevation elevation) {
-    for (const Layer& layer : layers(elevation)) {
+    for (const Soft& layer : layers(elevation)) {
         paintLayer(painter, shape, radius, layer, Qt::black);
     }
+}
+
+void paint(QPainter& painter, const QRectF& shape, double radius, const Soft& shadow) {
+    const double before = painter.opacity();
+    painter.setOpacity(before * shadow.opacity);
+    paintLayer(painter, shape, radius, {shadow.down, shadow.blur, 1}, Qt::black);
+    painter.setOpacity(before);
 }
 
 void paintGlow(QPainter& painter, const QRectF& shape, double radius, const QColor& color) {

@@ -24,13 +24,19 @@ SwitchRow::SwitchRow(const QString& text, const QString& hint, QWidget* parent)
     grid->addWidget(makeWrappedLabel(text, TextStyle::label, Theme::sand), 0, 0);
     grid->addWidget(switch_, 0, 1, Qt::AlignRight | Qt::AlignVCenter);
     if (!hint.isEmpty()) {
-        grid->addWidget(makeWrappedLabel(hint, TextStyle::caption, Theme::muted), 1, 0);
-        switch_->setAccessibleDescription(hint);
+        hint_ = makeWrappedLabel({}, TextStyle::caption, Theme::muted);
+        grid->addWidget(hint_, 1, 0);
+        setHint(hint);
     }
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(1, kSwitchColumn);
     // Clicked, not toggled: what the program sets itself is no news.
     connect(switch_, &QAbstractButton::clicked, this, &SwitchRow::switched);
+}
+
+void SwitchRow::setHint(const QString& hint) {
+    hint_->setText(hint);
+    switch_->setAccessibleDescription(hint);
 }
 
 void SwitchRow::setOn(bool on) {

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class QLabel;
+
 namespace velmo {
 
 class Switch;
@@ -12,6 +14,8 @@ class SwitchRow final : public QWidget {
 public:
     SwitchRow(const QString& text, const QString& hint, QWidget* parent = nullptr);
 
+    /// Only for a row that was made with a hint.
+    void setHint(const QString& hint);
     void setOn(bool on);
     bool isOn() const;
 
@@ -24,6 +28,7 @@ protected:
 
 private:
     Switch* switch_;
+    QLabel* hint_ = nullptr;
 };
 
 } // namespace velmo

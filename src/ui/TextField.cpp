@@ -1,10 +1,14 @@
 #include "ui/TextField.h"
 
 #include "ui/Painting.h"
+#include "ui/PlainText.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
 #include <QPainter>
+#include <QValidator>
+
+#include <utility>
 
 namespace velmo {
 
@@ -13,10 +17,25 @@ namespace {
 constexpr double kRadius = 9;
 constexpr int kPadding = 8; // the line edit itself adds two at each side
 
+/// Everything is acceptable once it is plain; also what is pasted comes through here.
+class Plain final : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& text, int& cursor) const override {
+        QString plain = PlainText::singleLine(text, TextField::kMostText);
+        if (plain != text) {
+            cursor = static_cast<int>(PlainText::singleLine(text.left(cursor), TextField::kMostText).size());
+            text = std::move(plain);
+        }
+        return Acceptable;
+    }
+};
+
 } // namespace
 
 TextField::TextField(const QString& placeholder, int height, QWidget* parent) : QLineEdit(parent) {
     setFrame(false);
+    setValidator(new Plain(this));
     setPlaceholderText(placeholder);
     setFont(Type::font(TextStyle::body));
     setFixedHeight(height + 2 * kRoom);

@@ -32,6 +32,7 @@ constexpr std::array kLooks = {
     Look{TextStyle::chip, 12, 16, QFont::Medium},
     Look{TextStyle::overline, 11, 14, QFont::DemiBold, 0.66},
     Look{TextStyle::micro, 10, 12, QFont::Medium},
+    Look{TextStyle::zoomHead, 9, 11, QFont::Bold, 0.8},
     Look{TextStyle::clock, 16, 20, QFont::DemiBold},
     Look{TextStyle::countdown, 108, 108, QFont::Bold},
 };

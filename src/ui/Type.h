@@ -21,6 +21,7 @@ enum class TextStyle {
     chip,
     overline,
     micro,
+    zoomHead, ///< over the zoom level of the control bar
     clock,
     countdown,
 };

@@ -69,16 +69,25 @@ public:
     bool holdsStart = false;                             ///< `start` completes when the test calls `heldStart`
     double scale = 1;
     ShareableContent content;
+    /// Answers for single pictures, called inside `captureImage`; without it there are none.
+    std::function<Result<FrameRef>(const ContentFilter&, const StreamConfiguration&)> image;
+    std::optional<Error> contentError;
 
     std::vector<std::shared_ptr<FakeStreamState>> streams; ///< in the order in which they were made
 
     FakeStreamState& stream(std::size_t index) { return *streams.at(index); }
 
-    void queryShareableContent(ContentCompletion completion) override { completion(content); }
+    void queryShareableContent(ContentCompletion completion) override {
+        completion(contentError ? Result<ShareableContent>(*contentError) : Result<ShareableContent>(content));
+    }
     double pointPixelScale(const ContentFilter&) const override { return scale; }
     Result<std::unique_ptr<CaptureStream>> makeStream(const ContentFilter& filter,
                                                       const StreamConfiguration& configuration,
                                                       StreamDelegate* delegate) override;
+    void captureImage(const ContentFilter& filter, const StreamConfiguration& configuration,
+                      ImageCompletion completion) override {
+        completion(image ? image(filter, configuration) : Result<FrameRef>(Error{}));
+    }
     bool preflightAccess() const override { return true; }
     bool requestAccess() override { return true; }
 };

@@ -131,6 +131,19 @@ FrameRef makePicture(PixelFormat format, int width, int height, Content content,
                                          << pictureFolder();
 }
 
+std::size_t componentsApart(const PixelBuffer& one, const PixelBuffer& other, int tolerance) {
+    std::size_t count = 0;
+    for (int p = 0; p < one.planeCount(); ++p) {
+        const PlaneView plane = one.plane(p);
+        for (int y = 0; y < plane.height; ++y) {
+            for (int x = 0; x < plane.width * unitBytes(one, p); ++x) {
+                count += std::abs(plane.row(y)[x] - other.plane(p).row(y)[x]) > tolerance ? 1 : 0;
+            }
+        }
+    }
+    return count;
+}
+
 std::string pictureFolder() {
     return VELMO_PICTURE_FOLDER;
 }

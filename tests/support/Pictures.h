@@ -2,6 +2,7 @@
 
 #include "media/PixelBuffer.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
@@ -17,6 +18,9 @@ FrameRef makePicture(PixelFormat format, int width, int height, Content content,
 /// `name`-actual, -expected and -difference (amplified) as PNG files in `pictureFolder()`.
 ::testing::AssertionResult picturesAgree(const PixelBuffer& actual, const PixelBuffer& expected, int tolerance,
                                          const std::string& name);
+
+/// How many components differ by more than `tolerance` code values. Both of one format and size.
+std::size_t componentsApart(const PixelBuffer& one, const PixelBuffer& other, int tolerance);
 
 /// A folder below the build folder.
 std::string pictureFolder();

@@ -2,6 +2,8 @@
 
 #include "base/Color.h"
 #include "base/Geometry.h"
+#include "compositor/BubbleInfo.h"
+#include "compositor/NameTagText.h"
 #include "media/PixelBuffer.h"
 
 #include <optional>
@@ -20,16 +22,32 @@ struct ReferenceScene {
         Point sheet{-400, -400};
     };
 
+    /// A bubble or phone window, with the picture of its own stream if there is one.
+    struct Surface {
+        BubbleInfo info;
+        FrameRef picture;
+    };
+
+    struct Column {
+        double slide = 0; ///< 0 to 1, before it is smoothed
+        bool left = true;
+        FrameRef camera;
+        std::optional<NameTagText> nameTag;
+    };
+
     Point center{0.5, 0.5};
     double scale = 1;
     Point spot{0.5, 0.5};
     double spotAlpha = 0; ///< 0 is no light at all
     std::optional<Bubble> bubble;
+    Rect screen{0, 0, 1, 1}; ///< in global points
+    std::vector<Surface> surfaces{};
+    std::optional<Column> column{};
 };
 
 /// What `ZoomProcessor::render` must make of a picture: its laws in plain double arithmetic, one component at a time,
-/// rounded where the light has fallen on the picture and once more where the bubble lies on it. Slow on purpose;
-/// shares nothing with the renderer but the buffers and the drawing of the figure.
+/// one thing after the other over the whole frame, rounded once at the end. Slow on purpose; shares nothing with the
+/// renderer but the buffers and the drawing of the figure and of the name tag.
 FrameRef referenceRender(const PixelBuffer& source, const ReferenceScene& scene);
 
 /// The screen through the zoom window, and nothing else.

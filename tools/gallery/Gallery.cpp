@@ -1,14 +1,19 @@
-// velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
+// velmo-gallery FOLDER [PART]: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "BubbleStates.h"
+#include "Easel.h"
+#include "PresenterStates.h"
+#include "SetupStates.h"
+#include "WelcomeStates.h"
+#include "app/ShortcutsDialog.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
-#include "classkit/views/KitSetupSection.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
 #include "panels/CountdownWindow.h"
-#include "panels/MicrophoneMonitor.h"
-#include "panels/SetupPanel.h"
 #include "session/QtTimers.h"
+#include "support/FakeMicrophoneLevel.h"
+#include "surfaces/Teleprompter.h"
 #include "surfaces/DrawingPalette.h"
 #include "surfaces/ScreenDrawing.h"
 #include "surfaces/internal/DrawingOverlay.h"
@@ -16,7 +21,6 @@
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
-#include "ui/TextField.h"
 #include "ui/Theme.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
@@ -24,48 +28,20 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDir>
-#include <QEventLoop>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QTimer>
 
 #include <cmath>
 #include <cstdio>
 #include <functional>
+#include <string>
 
 namespace velmo {
 namespace {
 
-void wait(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-/// Two microphones, of which each says one loud second.
-class SpeakingMicrophones final : public AudioInputService {
-public:
-    std::vector<AudioDevice> microphones() const override {
-        return {{"internal", "Micrófono interno · HDA Intel PCH"},
-                {"usb", "Blue Yeti con un nombre que no cabe entero"}};
-    }
-    std::optional<AudioDevice> defaultMicrophone() const override { return microphones().front(); }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue& queue,
-                                                       Handler handler) override {
-        Sample sample;
-        sample.timing.presentation = MediaTime::zero();
-        sample.audio = AudioBuffer::create({}, 960);
-        std::fill(sample.audio->floats().begin(), sample.audio->floats().end(), 0.08F);
-        queue.async([handler = std::move(handler), sample] { handler(sample); });
-        return std::unique_ptr<AudioInput>(std::make_unique<Input>());
-    }
-    Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
-
-private:
-    class Input final : public AudioInput {};
-};
+constexpr double kSpeaking = 0.67; // of the meter
 
 /// What lies behind the surfaces: bright on the left, dark on the right.
 class Backdrop final : public QWidget {
@@ -90,7 +66,7 @@ protected:
 
 class Gallery final : public test::World {
 public:
-    explicit Gallery(QDir folder) : folder_(std::move(folder)) {
+    explicit Gallery(const Easel& easel) : easel_(easel) {
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         screens.screens = {{1, {0, 0, double(screen.width()), double(screen.height())}, 1},
                            {2, {double(screen.width()), 0, 2560, 1440}, 1}};
@@ -98,28 +74,28 @@ public:
 
     void showAll() {
         symbols();
-        setup();
         classMaterial();
         controlBar();
+        teleprompter();
         countdownWindow();
         dialogs();
         drawing();
+        shortcuts();
+        showPresenter(screens.screens.front(), [this](const QString& name) {
+            save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
+        });
+        bubbles();
+    }
+
+    void bubbles() {
+        showBubbles([this](const QString& name, const QRect& place) { save(name, [place] { return place; }); }, &wait);
     }
 
 private:
     void TestBody() override {}
 
-    void save(const QString& name, const std::function<QRect()>& placeOf) {
-        wait(450);
-        const QRect place = placeOf();
-        const QRect all = QGuiApplication::primaryScreen()->geometry();
-        const QRect part = place.marginsAdded(QMargins(40, 60, 40, 60)) & all;
-        const QPixmap picture =
-            QGuiApplication::primaryScreen()->grabWindow(0, part.x(), part.y(), part.width(), part.height());
-        const QString path = folder_.filePath(name + QStringLiteral(".png"));
-        picture.save(path);
-        std::printf("%s at %d,%d\n", qPrintable(path), place.x(), place.y());
-    }
+    void save(const QString& name, const std::function<QRect()>& placeOf) { easel_.save(name, placeOf); }
+    static void wait(int milliseconds) { Easel::wait(milliseconds); }
 
     void symbols() {
         QWidget sheet(nullptr, Qt::FramelessWindowHint);
@@ -140,36 +116,7 @@ private:
             ++index;
         }
         painter.end();
-        picture.save(folder_.filePath(QStringLiteral("symbols.png")));
-    }
-
-    void setup() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        SetupPanel panel({*controller, prefs, speaking_, screens, monitor, {RecordMode::screen}});
-        controller->openSetup();
-        test::settle();
-        panel.show();
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        save(QStringLiteral("setup-basic"), place);
-        store.setBoolean(QStringLiteral("panel.fuentes"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), true);
-        SetupPanel more({*controller,
-                         prefs,
-                         speaking_,
-                         screens,
-                         monitor,
-                         {RecordMode::screenCam, RecordMode::screen, RecordMode::cam}});
-        const auto morePlace = [&more] { return more.card().translated(more.pos()); };
-        panel.hide();
-        more.show();
-        save(QStringLiteral("setup-more"), morePlace);
-        prefs.micID = QStringLiteral("none");
-        prefs.videoQuality = VideoQuality::fullHD;
-        prefs.systemAudio = true;
-        save(QStringLiteral("setup-no-microphone"), morePlace);
-        prefs.micID = QString();
-        more.hide();
-        controller->closeSetup();
+        picture.save(easel_.folder().filePath(QStringLiteral("symbols.png")));
     }
 
     void fillKit(ClassKit& kit) {
@@ -184,7 +131,6 @@ private:
     void classMaterial() {
         test::KitWorld around;
         ClassKit kit(around.store, around.services());
-        kitSection(kit);
         fillKit(kit);
         KitPanel panel(kit, *controller, screens);
         const auto place = [&panel] { return panel.cardGeometry(); };
@@ -198,55 +144,21 @@ private:
         panel.show();
         save(QStringLiteral("kit-many"), place);
         panel.hide();
-        kitSection(kit);
-    }
-
-    void kitSection(ClassKit& kit) {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        for (const char* key : {"panel.mas", "panel.material"}) {
-            store.setBoolean(QString::fromLatin1(key), true);
-        }
-        store.setBoolean(QStringLiteral("panel.video"), false);
-        KitSetupSection* section = nullptr;
-        SetupPanel panel({*controller,
-                          prefs,
-                          speaking_,
-                          screens,
-                          monitor,
-                          {RecordMode::screen},
-                          {{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
-                             QStringLiteral("panel.material"), false},
-                            [&] { return section = new KitSetupSection(kit); }}}});
-        const auto place = [&panel] { return panel.card().translated(panel.pos()); };
-        panel.show();
-        if (kit.items().empty()) {
-            save(QStringLiteral("setup-material-empty"), place);
-        } else {
-            save(QStringLiteral("setup-material"), place);
-            TextField* link = section->findChildren<TextField*>().back();
-            for (TextField* field : section->findChildren<TextField*>()) {
-                link = field->placeholderText().startsWith(QStringLiteral("Pega")) ? field : link;
-            }
-            link->setText(QStringLiteral("geogebra punto org"));
-            section->addLink();
-            section->findChild<TextField*>()->setFocus();
-            save(QStringLiteral("setup-material-bad-link"), place);
-        }
-        panel.hide();
-        store.setBoolean(QStringLiteral("panel.video"), true);
-        store.setBoolean(QStringLiteral("panel.mas"), false);
     }
 
     void controlBar() {
-        MicrophoneMonitor monitor(*controller, prefs, speaking_, inputs_);
-        ControlBar bar(*controller, &monitor);
+        test::FakeMicrophoneLevel microphone;
+        BarSurroundings around;
+        ControlBar bar({{*controller}, prefs, &microphone, [&around] { return around; }});
         record();
         advance(767);
         const Screen screen = screens.screens.front();
         const auto barPlace = [&bar] { return bar.geometry(); };
         bar.show(screen);
+        microphone.say(kSpeaking);
         save(QStringLiteral("bar-recording"), barPlace);
-        bar.setMaterial(BarState::Material::shown);
+        around.material = BarSurroundings::Material::shown;
+        bar.refresh();
         save(QStringLiteral("bar-material"), barPlace);
         controller->addMarker();
         save(QStringLiteral("bar-marker"), barPlace);
@@ -261,6 +173,67 @@ private:
         controller->togglePause();
         advance(3500);
         save(QStringLiteral("bar-hour"), barPlace);
+        fullBar(bar, around, barPlace);
+    }
+
+    /// Every control that there is.
+    template <typename Place>
+    void fullBar(ControlBar& bar, BarSurroundings& around, const Place& barPlace) {
+        prefs.mode = RecordMode::screenCam;
+        prefs.scriptText = QStringLiteral("Buenos días");
+        around = {true, true, false, true, true, false, false, BarSurroundings::Material::hidden};
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-full"), barPlace);
+        controller->toggleZoom();
+        around.scriptVisible = true;
+        bar.refresh();
+        wait(200);
+        save(QStringLiteral("bar-zoom"), barPlace);
+        controller->toggleZoom();
+        prefs.mode = RecordMode::cam;
+        wait(200);
+        save(QStringLiteral("bar-camera-only"), barPlace);
+        prefs.mode = RecordMode::screen;
+    }
+
+    void teleprompter() {
+        QtTimers realTimers;
+        Teleprompter prompter({prefs, HostClock::shared(), realTimers});
+        const auto place = [] {
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible() && window->windowTitle().endsWith(QStringLiteral("guion"))) {
+                    return window->geometry();
+                }
+            }
+            return QRect();
+        };
+        prefs.scriptText =
+            QStringLiteral("Para empezar quiero contestar una pregunta sencilla: ¿qué pasa con la función si muevo "
+                           "solo una variable? Eso es una derivada parcial. Imaginen que caminan por una ladera: hacia "
+                           "el norte sube, hacia el este baja. La derivada parcial mide cada camino por su lado.");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-begin"), place);
+        prompter.play();
+        wait(1300);
+        save(QStringLiteral("prompter-playing"), place);
+        prompter.pause();
+        for (int i = 0; i < 3; ++i) {
+            prompter.smallerText();
+        }
+        save(QStringLiteral("prompter-small-letters"), place);
+        for (int i = 0; i < 10; ++i) {
+            prompter.biggerText();
+        }
+        save(QStringLiteral("prompter-large-letters"), place);
+        prefs.prompterFont = 28;
+        prompter.hide();
+        prefs.scriptText =
+            QStringLiteral("שלום לכולם, היום נלמד על נגזרות חלקיות. مرحبا بكم في درس اليوم عن المشتقات.\n\n"
+                           "Supercalifragilisticoespialidosamenteinterminablementelargoysinespacios 3 × 4");
+        prompter.show(screens.screens.front());
+        save(QStringLiteral("prompter-scripts"), place);
+        prompter.hide();
     }
 
     void countdownWindow() {
@@ -399,12 +372,25 @@ private:
         all.setColorIndex(5);
         draw(all, wave(screen.width() * 0.35, unit * 6), false);
         const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(0);
-        picture.save(folder_.filePath(QStringLiteral("drawing.png")));
+        picture.save(easel_.folder().filePath(QStringLiteral("drawing.png")));
     }
 
-    QDir folder_;
-    SpeakingMicrophones inputs_;
-    Devices speaking_{nullptr, &inputs_};
+    void shortcuts() {
+        using Modifier = ShortcutModifier;
+        const std::pair<const char*, Shortcuts::State> states[] = {
+            {"shortcuts", {}},
+            {"shortcuts-taken", {Modifier::controlAlt, {3, 8, 14, 20, 22}}},
+            {"shortcuts-super", {Modifier::super, {1, 6}}}};
+        for (const auto& [name, state] : states) {
+            auto* shown = new ShortcutsDialog(state);
+            shown->present();
+            wait(50);
+            save(QString::fromUtf8(name), [shown] { return shown->geometry(); });
+            shown->close();
+        }
+    }
+
+    const Easel& easel_;
 };
 
 } // namespace
@@ -414,13 +400,20 @@ int main(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     velmo::Look::apply(application);
-    if (count != 2) {
-        std::fprintf(stderr, "usage: velmo-gallery FOLDER\n");
+    if (count < 2) {
+        std::fprintf(stderr, "usage: velmo-gallery FOLDER [bubbles]\n");
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
-    velmo::Gallery(folder).showAll();
+    const velmo::Easel easel(folder);
+    const bool bubblesOnly = count > 2 && std::string(arguments[2]) == "bubbles";
+    if (!bubblesOnly) {
+        velmo::SetupStates::showAll(easel);
+        velmo::WelcomeStates::showAll(easel);
+    }
+    velmo::Gallery gallery(easel);
+    bubblesOnly ? gallery.bubbles() : gallery.showAll();
     return 0;
 }

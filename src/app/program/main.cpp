@@ -2,6 +2,7 @@
 #include "app/Composition.h"
 #include "app/DisplayCheck.h"
 #include "app/ExitHandler.h"
+#include "app/LaunchOptions.h"
 #include "app/RecordingRescue.h"
 #include "app/SignalWatcher.h"
 #include "app/SingleInstance.h"
@@ -46,8 +47,8 @@ void dressUp(QApplication& application) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
-int run(QApplication& application, SingleInstance& instance) {
-    Composition composition;
+int run(QApplication& application, SingleInstance& instance, const LaunchOptions& options) {
+    Composition composition(options);
     AppDelegate& delegate = composition.delegate();
     RecordingRescue& rescue = composition.rescue();
     SignalWatcher termination;
@@ -80,11 +81,12 @@ int main(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     display.reset();
+    const LaunchOptions options = LaunchOptions::parse(QCoreApplication::arguments());
     SingleInstance instance(SingleInstance::standardFolder());
     if (instance.claim() == SingleInstance::Role::later) {
         return instance.askToReopen() ? EXIT_SUCCESS : EXIT_FAILURE;
     }
     speakSpanish(application);
     dressUp(application);
-    return run(application, instance);
+    return run(application, instance, options);
 }

@@ -54,10 +54,8 @@ KitSetupSection::KitSetupSection(ClassKit& kit, QWidget* parent) : QWidget(paren
 KitSetupSection::~KitSetupSection() = default;
 
 void KitSetupSection::addRows(QVBoxLayout& column) {
-    hint_ = makeWrappedLabel(QStringLiteral("Agrega tu presentación, PDF, documentos, links o videos de YouTube. "
-                                            "Mientras grabas los abres con un clic (⌃K) y quedan guardados con la "
-                                            "clase."),
-                             TextStyle::caption, Theme::muted);
+    hint_ = makeWrappedLabel({}, TextStyle::caption, Theme::muted);
+    setShortcutModifier(ShortcutModifier::control);
     column.addLayout(inset(hint_));
     rowColumn_ = new QVBoxLayout;
     rowColumn_->setContentsMargins(kRoom, 0, kFieldInset, 0);
@@ -65,11 +63,18 @@ void KitSetupSection::addRows(QVBoxLayout& column) {
     column.addLayout(rowColumn_);
 }
 
+void KitSetupSection::setShortcutModifier(ShortcutModifier modifier) {
+    hint_->setText(shortcutText(QStringLiteral("Agrega tu presentación, PDF, documentos, links o videos de YouTube. "
+                                               "Mientras grabas los abres con un clic (⌃K) y quedan guardados con la "
+                                               "clase."),
+                                modifier));
+}
+
 void KitSetupSection::addLinkField(QVBoxLayout& column) {
     link_ = new TextField(QStringLiteral("Pega un link o un video de YouTube"));
     link_->setAccessibleName(link_->placeholderText());
     link_->setToolTip(link_->placeholderText()); // the field is narrower
-    link_->setAcceptDrops(false); // the whole section takes them
+    link_->setAcceptDrops(false);                // the whole section takes them
     connect(link_, &QLineEdit::returnPressed, this, &KitSetupSection::addLink);
     auto* add = new Button(ButtonStyle::ghost, QStringLiteral("Agregar"));
     connect(add, &Button::clicked, this, &KitSetupSection::addLink);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/ShortcutModifier.h"
+
 #include <QWidget>
 
 #include <vector>
@@ -28,6 +30,9 @@ public:
 
     /// Adds what stands in the field for links. What is no link stays there for correction.
     void addLink();
+
+    /// Of the key that the hint tells.
+    void setShortcutModifier(ShortcutModifier modifier);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

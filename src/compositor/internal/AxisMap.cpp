@@ -20,6 +20,14 @@ AxisMap AxisMap::through(int length, double center, double scale) {
     return {toFixed(first), toFixed(step), length - 1};
 }
 
+AxisMap AxisMap::scaled(int length, double origin, double step) {
+    constexpr double kFarthest = 1e9;
+    constexpr double kSteepest = 1 << 16;
+    const double legalStep = std::max(0.0, std::min(kSteepest, step));
+    const double first = (0.5 - origin) * legalStep - 0.5;
+    return {toFixed(std::max(-kFarthest, std::min(kFarthest, first))), toFixed(legalStep), length - 1};
+}
+
 AxisMap::Tap AxisMap::at(int i) const {
     constexpr int kDropped = kFractionBits - kWeightBits;
     const std::int64_t end = static_cast<std::int64_t>(last) << kFractionBits;

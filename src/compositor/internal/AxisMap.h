@@ -24,6 +24,10 @@ struct AxisMap {
     /// A scale below 1 counts as 1, and a centre far outside shows the edge.
     static AxisMap through(int length, double center, double scale);
 
+    /// A source of `length` units that begins at `origin` of the output, `step` source units to each output unit.
+    /// Outside it shows its edge. What is absurdly far or steep is taken as less so.
+    static AxisMap scaled(int length, double origin, double step);
+
     Tap at(int i) const;
     bool isIdentity() const { return *this == AxisMap{0, std::int64_t{1} << kFractionBits, last}; }
 

@@ -1,58 +1,22 @@
 #include "compositor/internal/BlendKernels.h"
 
-#include "compositor/internal/PlaneLayout.h"
-
-#include <algorithm>
-
 // This file compiles itself once for each instruction set.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "compositor/internal/BlendKernels.cpp"
 #include <hwy/foreach_target.h>
 
-#include <hwy/highway.h>
-
-#ifndef VELMO_BLEND_KERNELS_WEIGHTS
-#define VELMO_BLEND_KERNELS_WEIGHTS
-namespace velmo::internal {
-
-/// What a premultiplied pixel adds to a component: shares in 1/2^15.
-struct Weights {
-    int blue;
-    int green;
-    int red;
-    int alpha;
-};
-
-constexpr int share(double value) {
-    return static_cast<int>(value * (1 << 15) / 255 + (value < 0 ? -0.5 : 0.5));
-}
-
-// Rec. 709: luma of 219 steps above 16, chroma of 224 steps about 128. Grey adds nothing to chroma.
-constexpr double kRed = 0.2126;
-constexpr double kBlue = 0.0722;
-constexpr Weights kLuma = {share(219 * kBlue), share(219 * (1 - kRed - kBlue)), share(219 * kRed), share(16)};
-constexpr int kCbOfBlue = share(224 * 0.5);
-constexpr int kCbOfRed = share(-224 * kRed / (2 * (1 - kBlue)));
-constexpr Weights kCb = {kCbOfBlue, -kCbOfBlue - kCbOfRed, kCbOfRed, share(128)};
-constexpr int kCrOfRed = share(224 * 0.5);
-constexpr int kCrOfBlue = share(-224 * kBlue / (2 * (1 - kRed)));
-constexpr Weights kCr = {kCrOfBlue, -kCrOfBlue - kCrOfRed, kCrOfRed, share(128)};
-
-} // namespace velmo::internal
-#endif
+#include "compositor/internal/BlendArithmetic.inc"
 
 HWY_BEFORE_NAMESPACE();
 namespace velmo::internal {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr int kFraction = 7;
 constexpr int kFourShift = kFraction - 2; // the sum of four, as a mean with `kFraction` bits
 constexpr int kFourOpaque = 4 * 255;
 
 #if HWY_TARGET == HWY_SCALAR
 
-// The machine without vectors: the same arithmetic, one component at a time. Values have `kFraction` bits.
 struct Pixel {
     int blue;
     int green;
@@ -61,18 +25,8 @@ struct Pixel {
     int kept; // what it leaves of the picture, in 1/2^15
 };
 
-int scaled(int value, int share) {
-    return (value * share + (1 << 14)) >> 15;
-}
-
-std::uint8_t over(int added, int kept, std::uint8_t below) {
-    const int sum = added + scaled(below << kFraction, kept);
-    return static_cast<std::uint8_t>(std::clamp((sum + (1 << (kFraction - 1))) >> kFraction, 0, 255));
-}
-
-int weighed(const Pixel& pixel, const Weights& by) {
-    return scaled(pixel.blue, by.blue) + scaled(pixel.green, by.green) + scaled(pixel.red, by.red) +
-           scaled(pixel.alpha, by.alpha);
+int weighedPixel(const Pixel& pixel, const Weights& by) {
+    return weighed(pixel.blue, pixel.green, pixel.red, pixel.alpha, by);
 }
 
 int keptBeside(int alpha) {
@@ -93,15 +47,15 @@ Pixel meanAt(const std::uint8_t* upper, const std::uint8_t* lower) {
 void overLumaOn(const std::uint8_t* bitmap, std::uint8_t* row, int pixels) {
     for (int i = 0; i < pixels; ++i) {
         const Pixel pixel = pixelAt(bitmap + 4 * i);
-        row[i] = over(weighed(pixel, kLuma), pixel.kept, row[i]);
+        row[i] = over(weighedPixel(pixel, kLuma), pixel.kept, row[i]);
     }
 }
 
 void overChromaOn(const std::uint8_t* upper, const std::uint8_t* lower, std::uint8_t* row, int pixels) {
     for (int i = 0; i < pixels; i += 2) {
         const Pixel mean = meanAt(upper + 4 * i, lower + 4 * i);
-        row[i] = over(weighed(mean, kCb), mean.kept, row[i]);
-        row[i + 1] = over(weighed(mean, kCr), mean.kept, row[i + 1]);
+        row[i] = over(weighedPixel(mean, kCb), mean.kept, row[i]);
+        row[i + 1] = over(weighedPixel(mean, kCr), mean.kept, row[i + 1]);
     }
 }
 
@@ -113,14 +67,10 @@ void overBgraOn(const std::uint8_t* bitmap, std::uint8_t* row, int pixels) {
 
 #else
 
-namespace hn = hwy::HWY_NAMESPACE;
-
 // Components of 8 bits are worked on as the even and the odd ones of words of 16.
 using Bytes = hn::CappedTag<std::uint8_t, kBlockBytes>;
 using Words = hn::Repartition<std::uint16_t, Bytes>;
-using Numbers = hn::Repartition<std::int16_t, Bytes>;
 using ByteVector = hn::Vec<Bytes>;
-using Number = hn::Vec<Numbers>;
 
 Number even(ByteVector v) {
     return hn::BitCast(Numbers(), hn::And(hn::BitCast(Words(), v), hn::Set(Words(), 0xff)));
@@ -135,25 +85,9 @@ ByteVector joined(Number evenOnes, Number oddOnes) {
     return hn::BitCast(Bytes(), hn::Or(hn::BitCast(Words(), evenOnes), high));
 }
 
-Number scaled(Number value, int share) {
-    return hn::MulFixedPoint15(value, hn::Set(Numbers(), static_cast<std::int16_t>(share)));
-}
-
-Number over(Number added, Number kept, Number below) {
-    const Numbers numbers;
-    const auto sum = hn::Add(added, hn::MulFixedPoint15(hn::ShiftLeft<kFraction>(below), kept));
-    const auto code = hn::ShiftRight<kFraction>(hn::Add(sum, hn::Set(numbers, 1 << (kFraction - 1))));
-    return hn::Min(hn::Max(code, hn::Zero(numbers)), hn::Set(numbers, 255));
-}
-
 Number keptBeside(Number alpha) {
     const auto left = hn::Sub(hn::Set(Numbers(), 255), alpha);
     return hn::Add(hn::ShiftLeft<7>(left), hn::ShiftRight<1>(left));
-}
-
-Number weighed(Number blue, Number green, Number red, Number alpha, const Weights& by) {
-    return hn::Add(hn::Add(scaled(blue, by.blue), scaled(green, by.green)),
-                   hn::Add(scaled(red, by.red), scaled(alpha, by.alpha)));
 }
 
 void overLumaOn(const std::uint8_t* HWY_RESTRICT bitmap, std::uint8_t* HWY_RESTRICT row, int pixels) {

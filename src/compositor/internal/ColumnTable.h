@@ -7,10 +7,11 @@
 
 namespace velmo::internal {
 
-/// How the components of one output row are gathered from a source row, worked out once per crop.
+/// How the components of one output row are gathered from a source row, worked out once per map.
 ///
-/// Components come in groups of eight bytes. Since the picture is never shrunk, both neighbours of all eight lie
-/// within the 16 source bytes from `offset`; the padding behind the last unit repeats it.
+/// Components come in groups of eight bytes. While a picture is not shrunk to much less than two thirds, both
+/// neighbours of all eight lie within the 16 source bytes from `offset`; else the table `isWide`, and its map tells
+/// where each unit lies. The padding behind the last unit repeats it.
 class ColumnTable {
 public:
     static constexpr int kGroup = 8;
@@ -27,7 +28,10 @@ public:
     /// For rows of `units` units of `unitBytes` (1, 2 or 4) bytes. Allocates only when rows get longer.
     void prepare(const AxisMap& map, int units, int unitBytes);
 
+    const AxisMap& map() const { return map_; }
+    int units() const { return units_; }
     int unitBytes() const { return unitBytes_; }
+    bool isWide() const { return isWide_; }
     int groupCount() const { return static_cast<int>(groups_.size()); }
     const Group* groups() const { return groups_.data(); }
     const std::int32_t* offsets() const { return offsets_.data(); }
@@ -36,6 +40,7 @@ private:
     AxisMap map_;
     int units_ = 0;
     int unitBytes_ = 1;
+    bool isWide_ = false;
     std::vector<Group> groups_;
     std::vector<std::int32_t> offsets_; // of each group's first source byte in its row
 };

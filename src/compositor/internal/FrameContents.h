@@ -2,10 +2,14 @@
 
 #include "base/Color.h"
 #include "base/Geometry.h"
+#include "compositor/BubbleInfo.h"
+#include "compositor/NameTagText.h"
 #include "compositor/internal/CropWindow.h"
+#include "media/PixelBuffer.h"
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace velmo::internal {
@@ -28,11 +32,31 @@ struct PointerFigure {
     std::shared_ptr<const std::vector<Color>> colors;
 };
 
+/// A bubble or phone window, and the latest picture of its own stream.
+struct LiveBubble {
+    BubbleInfo info;
+    FrameRef picture; ///< null: its stream has sent none
+};
+
+/// The camera beside the picture.
+struct Column {
+    /// One that has slid in less cannot be seen and is left out.
+    static constexpr double kLeastSlide = 0.001;
+
+    double slide = 0; ///< 0 to 1, before it is smoothed
+    bool left = true;
+    FrameRef camera; ///< in the format of the frame; null or in another: a flat colour stands for it
+    std::shared_ptr<const NameTagText> nameTag;
+};
+
 /// All that one frame shows of the state of the compositor.
 struct FrameContents {
-    CropWindow window;
-    Spotlight spotlight;
-    std::optional<PointerFigure> pointerFigure;
+    CropWindow window{};
+    Spotlight spotlight{};
+    std::optional<PointerFigure> pointerFigure{};
+    Rect screen{0, 0, 1, 1}; ///< the captured screen in global points
+    std::span<const LiveBubble> bubbles{};
+    std::optional<Column> column{};
 };
 
 } // namespace velmo::internal

@@ -21,6 +21,13 @@ FrameRef FrameRenderer::render(const PixelBuffer& source, const FrameContents& c
         pointerBubble_.prepare(*contents.pointerFigure, window, source.width(), source.height())) {
         layers.add(pointerBubble_);
     }
+    if (bubbles_.prepare(contents, source)) {
+        layers.add(bubbles_);
+    }
+    if (contents.column) {
+        column_.prepare(*contents.column, source);
+        layers.add(column_);
+    }
     layers.paint(*target);
     return target;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "compositor/internal/BubblesLayer.h"
+#include "compositor/internal/ColumnLayer.h"
 #include "compositor/internal/CropLayer.h"
 #include "compositor/internal/FrameContents.h"
 #include "compositor/internal/OutputPool.h"
@@ -14,8 +16,8 @@ class FrameRenderer {
 public:
     explicit FrameRenderer(OutputPool::Maker makePool) : pool_(makePool) {}
 
-    /// Null when no buffer can be had. Allocates only when the size or the format changes, and to draw the figure on
-    /// the pointer.
+    /// Null when no buffer can be had. Allocates only when a size or a format changes, for a mask or a name tag
+    /// that it has not drawn before, and to draw the figure on the pointer.
     FrameRef render(const PixelBuffer& source, const FrameContents& contents);
 
 private:
@@ -23,6 +25,8 @@ private:
     CropLayer screen_;
     SpotlightLayer spotlight_;
     PointerBubbleLayer pointerBubble_;
+    BubblesLayer bubbles_;
+    ColumnLayer column_;
 };
 
 } // namespace velmo::internal

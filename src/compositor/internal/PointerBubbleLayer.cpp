@@ -1,8 +1,8 @@
 #include "compositor/internal/PointerBubbleLayer.h"
 
 #include "compositor/PointerBubble.h"
+#include "compositor/internal/BitmapGrid.h"
 #include "compositor/internal/BlendKernels.h"
-#include "compositor/internal/PlaneLayout.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -12,18 +12,12 @@ namespace velmo::internal {
 
 namespace {
 
-constexpr int kColumnGrid = kBlockBytes;
-constexpr int kRowGrid = 2;
 constexpr double kSidePerRadius = 4.2; // room for the halo at its widest
 constexpr int kRoomForLines = 8;       // they do not get thinner in a tiny frame
 
 /// To 1/64 of a pixel, as fine as curves are drawn: so the figure is the same wherever its bitmap stands.
 double asDrawn(double position) {
     return std::floor(position * 64 + 0.5) / 64;
-}
-
-int onGrid(double position, int grid) {
-    return static_cast<int>(std::floor(position / grid)) * grid;
 }
 
 /// The least multiple of `grid` that holds `length` from anywhere between two lines of the grid.
@@ -44,8 +38,8 @@ bool PointerBubbleLayer::prepare(const PointerFigure& figure, const CropWindow& 
     if (!isInFrame || !figure.colors || figure.colors->empty() || !keepBitmap(side)) {
         return false;
     }
-    left_ = onGrid(middle.x - reach, kColumnGrid);
-    top_ = onGrid(middle.y - reach, kRowGrid);
+    left_ = floorToGrid(middle.x - reach, kColumnGrid);
+    top_ = floorToGrid(middle.y - reach, kRowGrid);
     bitmap_.fill(Qt::transparent);
     QPainter painter(&bitmap_);
     PointerBubble::draw(painter, {middle.x - left_, middle.y - top_}, radius, figure.age, *figure.colors);

@@ -1,5 +1,7 @@
 #include "compositor/internal/RowKernels.h"
 
+#include <algorithm>
+
 // This file compiles itself once for each instruction set.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "compositor/internal/RowKernels.cpp"
@@ -40,6 +42,12 @@ void blendLinesOn(const std::int16_t* upper, const std::int16_t* lower, int weig
     }
 }
 
+void blendToLineOn(const std::int16_t* upper, const std::int16_t* lower, int weight, std::int16_t* blended, int count) {
+    for (int i = 0; i < count; ++i) {
+        blended[i] = static_cast<std::int16_t>(upper[i] + scaled(lower[i] - upper[i], weight));
+    }
+}
+
 #else
 
 namespace hn = hwy::HWY_NAMESPACE;
@@ -77,6 +85,18 @@ void blendLinesOn(const std::int16_t* HWY_RESTRICT upper, const std::int16_t* HW
     }
 }
 
+void blendToLineOn(const std::int16_t* HWY_RESTRICT upper, const std::int16_t* HWY_RESTRICT lower, int weight,
+                   std::int16_t* HWY_RESTRICT blended, int count) {
+    const hn::CappedTag<std::int16_t, ColumnTable::kRowStep / 2> words;
+    const auto share = hn::Set(words, static_cast<std::int16_t>(weight));
+    const auto step = static_cast<int>(hn::Lanes(words));
+    for (int i = 0; i < count; i += step) {
+        const auto above = hn::Load(words, upper + i);
+        const auto below = hn::Load(words, lower + i);
+        hn::Store(hn::Add(above, hn::MulFixedPoint15(hn::Sub(below, above), share)), words, blended + i);
+    }
+}
+
 #endif
 
 } // namespace
@@ -89,13 +109,43 @@ namespace velmo::internal {
 
 HWY_EXPORT(stretchRowOn);
 HWY_EXPORT(blendLinesOn);
+HWY_EXPORT(blendToLineOn);
+
+namespace {
+
+/// A picture that is shrunk a lot: the same arithmetic, one unit at a time.
+void stretchWideRow(const std::uint8_t* source, const ColumnTable& table, std::int16_t* line) {
+    constexpr int kFraction = 7;
+    constexpr int kHalf = 1 << (AxisMap::kWeightBits - 1);
+    const int bytes = table.unitBytes();
+    const int units = table.groupCount() * ColumnTable::kGroup / bytes;
+    for (int i = 0; i < units; ++i) {
+        const AxisMap::Tap tap = table.map().at(std::min(i, table.units() - 1));
+        const std::uint8_t* first = source + tap.index * bytes;
+        for (int c = 0; c < bytes; ++c) {
+            const int difference = (first[bytes + c] - first[c]) * (1 << kFraction);
+            const int moved = (difference * tap.weight + kHalf) >> AxisMap::kWeightBits;
+            *line++ = static_cast<std::int16_t>((first[c] << kFraction) + moved);
+        }
+    }
+}
+
+} // namespace
 
 void stretchRow(const std::uint8_t* source, const ColumnTable& table, std::int16_t* line) {
+    if (table.isWide()) {
+        stretchWideRow(source, table, line);
+        return;
+    }
     HWY_DYNAMIC_DISPATCH(stretchRowOn)(source, table, line);
 }
 
 void blendLines(const std::int16_t* upper, const std::int16_t* lower, int weight, std::uint8_t* row, int count) {
     HWY_DYNAMIC_DISPATCH(blendLinesOn)(upper, lower, weight, row, count);
+}
+
+void blendToLine(const std::int16_t* upper, const std::int16_t* lower, int weight, std::int16_t* blended, int count) {
+    HWY_DYNAMIC_DISPATCH(blendToLineOn)(upper, lower, weight, blended, count);
 }
 
 } // namespace velmo::internal

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-/// The two inner loops of the crop, in the widest vectors of the machine that runs them. Integers only, with the
+/// The inner loops of every scaling, in the widest vectors of the machine that runs them. Integers only, with the
 /// same result on every machine. A line holds one component per 16 bits, with 7 bits of fraction.
 namespace velmo::internal {
 
@@ -15,5 +15,8 @@ void stretchRow(const std::uint8_t* source, const ColumnTable& table, std::int16
 /// Blends two lines into a row: `weight` / 2^15 of the lower. `count` components, a multiple of
 /// `ColumnTable::kRowStep`.
 void blendLines(const std::int16_t* upper, const std::int16_t* lower, int weight, std::uint8_t* row, int count);
+
+/// The same, kept as a line.
+void blendToLine(const std::int16_t* upper, const std::int16_t* lower, int weight, std::int16_t* blended, int count);
 
 } // namespace velmo::internal

@@ -2,6 +2,7 @@
 
 #include "settings/Format.h"
 #include "ui/Button.h"
+#include "ui/ChalkBoard.h"
 #include "ui/Label.h"
 #include "ui/Theme.h"
 
@@ -16,19 +17,6 @@ namespace velmo {
 namespace {
 
 constexpr int kChalkRoom = 14;
-
-/// Two strokes of chalk under a title, as wide as it.
-void paintChalk(QPainter& painter, QPointF from, double width) {
-    const auto stroke = [&](double start, double share, double sink, const QColor& color, double thickness) {
-        QPainterPath path(from + QPointF(start, sink));
-        path.cubicTo(from + QPointF(start + width * share * 0.3, sink - 4),
-                     from + QPointF(start + width * share * 0.7, sink + 3),
-                     from + QPointF(start + width * share, sink - 2));
-        painter.strokePath(path, QPen(color, thickness, Qt::SolidLine, Qt::RoundCap));
-    };
-    stroke(0, 1, 3, Theme::withOpacity(Theme::sky, 0.85), 2.6);
-    stroke(width * 0.08, 0.72, 7, Theme::withOpacity(Theme::sky, 0.35), 1.6);
-}
 
 } // namespace
 
@@ -82,8 +70,8 @@ void LibraryHead::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRect title = title_->geometry();
-    paintChalk(painter, {double(title.left()), title.bottom() + 4.0},
-               QFontMetricsF(title_->font()).horizontalAdvance(title_->text()) + 4);
+    ChalkBoard::paintStroke(painter, {double(title.left()), title.bottom() + 4.0},
+                            QFontMetricsF(title_->font()).horizontalAdvance(title_->text()) + 4);
 }
 
 } // namespace velmo

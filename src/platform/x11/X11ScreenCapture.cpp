@@ -2,6 +2,7 @@
 
 #include "platform/x11/internal/ContentQuery.h"
 #include "platform/x11/internal/DisplayLayout.h"
+#include "platform/x11/internal/StillPicture.h"
 #include "platform/x11/internal/WindowOwners.h"
 #include "platform/x11/internal/X11CaptureStream.h"
 
@@ -40,6 +41,17 @@ Result<std::unique_ptr<CaptureStream>> X11ScreenCapture::makeStream(const Conten
     }
     return std::unique_ptr<CaptureStream>(std::make_unique<x11::X11CaptureStream>(
         std::move(connection), displayName_, filter, configuration, delegate, audio_, clock_));
+}
+
+void X11ScreenCapture::captureImage(const ContentFilter& filter, const StreamConfiguration& configuration,
+                                    ImageCompletion completion) {
+    queryQueue_->async([this,
+                        wish = std::make_unique<std::pair<ContentFilter, StreamConfiguration>>(filter, configuration),
+                        completion = std::move(completion)] {
+        const auto connection = x11::XConnection::open(displayName_);
+        completion(connection ? x11::stillPicture(*connection.value(), wish->first, wish->second)
+                              : Result<FrameRef>(connection.error()));
+    });
 }
 
 bool X11ScreenCapture::preflightAccess() const {

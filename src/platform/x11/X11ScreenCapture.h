@@ -18,7 +18,7 @@ namespace velmo {
 /// compositing manager runs.
 ///
 /// Each stream has its own connection and thread, so no call here waits for a running capture. `makeStream` makes
-/// one short exchange with the server; the query runs on a thread of the service's own.
+/// one short exchange with the server; queries and single pictures run on a thread of the service's own.
 class X11ScreenCapture final : public ScreenCaptureService {
 public:
     /// `audio` delivers the sound outputs of the streams; it is borrowed, must outlive service and streams, and may
@@ -32,6 +32,8 @@ public:
     Result<std::unique_ptr<CaptureStream>> makeStream(const ContentFilter& filter,
                                                       const StreamConfiguration& configuration,
                                                       StreamDelegate* delegate) override;
+    void captureImage(const ContentFilter& filter, const StreamConfiguration& configuration,
+                      ImageCompletion completion) override;
     /// Always true: an X server lets every client see the screen.
     bool preflightAccess() const override;
     bool requestAccess() override;

@@ -46,6 +46,7 @@ DrawingOverlay::DrawingOverlay(const QRect& place, DrawingView::Services service
 
 void DrawingOverlay::take() {
     setClickThrough(false);
+    show();
     bringToFront();
     if (!isComposited()) {
         takeMouse();

@@ -1,6 +1,6 @@
 #include "app/MainMenu.h"
+#include "ui/ActionItem.h"
 
-#include "app/ActionItem.h"
 #include "app/Credit.h"
 
 #include <QMenu>

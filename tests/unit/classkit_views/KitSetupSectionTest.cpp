@@ -89,6 +89,12 @@ constexpr const char* kHint = "Agrega tu presentación, PDF, documentos, links o
                               "abres con un clic (⌃K) y quedan guardados con la clase.";
 constexpr const char* kBadLink = "Ese link no parece válido.";
 
+TEST_F(KitSetupSectionTest, TheHintTellsTheKeyThatTheUserChose) {
+    section.setShortcutModifier(ShortcutModifier::controlAlt);
+    EXPECT_FALSE(shows(kHint));
+    EXPECT_TRUE(shows(QString::fromUtf8(kHint).replace(u'⌃', QStringLiteral("⌃⌥")).toUtf8().constData()));
+}
+
 TEST_F(KitSetupSectionTest, AnEmptyListShowsTheHintAndNothingToEmpty) {
     EXPECT_TRUE(shows(kHint));
     EXPECT_FALSE(button("Vaciar")->isVisible());

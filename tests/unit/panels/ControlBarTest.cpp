@@ -4,6 +4,7 @@
 #include "panels/FlashStrip.h"
 #include "panels/LevelColumns.h"
 #include "panels/RecordingDot.h"
+#include "panels/ZoomGroup.h"
 #include "ui/Button.h"
 #include "unit/session/World.h"
 
@@ -23,11 +24,16 @@ protected:
         }
         return nullptr;
     }
+    ControlBar::Parts parts() {
+        return {
+            {*controller, &bubble, &secondBubble, &phone, &teleprompter}, prefs, nullptr, [this] { return around; }};
+    }
+    BarSurroundings around;
     Screen screen{1, {0, 0, 800, 800}, 1};
 };
 
 TEST_F(ControlBarTest, IsNeverNarrowerThan300NorLowerThan110) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     record();
     bar.show(screen);
     EXPECT_GE(bar.width(), ControlBar::kLeastWidth);
@@ -35,7 +41,7 @@ TEST_F(ControlBarTest, IsNeverNarrowerThan300NorLowerThan110) {
 }
 
 TEST_F(ControlBarTest, StandsCentredEighteenPointsAboveTheBottom) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     record();
     bar.show(screen);
     const QRect all = QGuiApplication::primaryScreen()->availableGeometry();
@@ -43,8 +49,18 @@ TEST_F(ControlBarTest, StandsCentredEighteenPointsAboveTheBottom) {
     EXPECT_NEAR(bar.geometry().center().x(), all.center().x(), 1);
 }
 
+TEST_F(ControlBarTest, ItsHelpTellsTheKeysThatTheUserChose) {
+    ControlBar bar(parts());
+    record();
+    bar.show(screen);
+    EXPECT_EQ(button(bar, "Pausar")->toolTip(), QStringLiteral("Pausar (⌃P)"));
+    prefs.shortcutModifier = ShortcutModifier::super;
+    EXPECT_EQ(button(bar, "Pausar")->toolTip(), QStringLiteral("Pausar (Super\u00A0P)"));
+    EXPECT_EQ(button(bar, "Terminar y guardar")->toolTip(), QStringLiteral("Terminar y guardar (Super\u00A0G)"));
+}
+
 TEST_F(ControlBarTest, ItsButtonsCallTheSession) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     record();
     bar.show(screen);
     button(bar, "Pausar")->click();
@@ -67,11 +83,12 @@ TEST_F(ControlBarTest, ItsButtonsCallTheSession) {
 }
 
 TEST_F(ControlBarTest, TheButtonForClassMaterialComesWithTheFirstItemAndTogglesThePanel) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     record();
     bar.show(screen);
     EXPECT_FALSE(button(bar, "Material de la clase")->isVisible());
-    bar.setMaterial(BarState::Material::shown);
+    around.material = BarSurroundings::Material::shown;
+    bar.refresh();
     ASSERT_TRUE(button(bar, "Material de la clase")->isVisible());
     EXPECT_TRUE(button(bar, "Material de la clase")->isChecked());
     button(bar, "Material de la clase")->click();
@@ -79,7 +96,7 @@ TEST_F(ControlBarTest, TheButtonForClassMaterialComesWithTheFirstItemAndTogglesT
 }
 
 TEST_F(ControlBarTest, TheClockShowsRecordedTimeAndTheBarKeepsItsCentreWhenItGrows) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     record();
     bar.show(screen);
     advance(65);
@@ -88,6 +105,66 @@ TEST_F(ControlBarTest, TheClockShowsRecordedTimeAndTheBarKeepsItsCentreWhenItGro
     advance(3600);
     EXPECT_EQ(bar.findChild<ClockLabel*>()->text(), QStringLiteral("1:01:05"));
     EXPECT_EQ(bar.geometry().bottom(), before.bottom());
+}
+
+TEST_F(ControlBarTest, TheZoomsControlsStandInTheirCapsuleWhileItIsOn) {
+    ControlBar bar(parts());
+    record();
+    bar.show(screen);
+    auto* group = bar.findChild<ZoomGroup*>();
+    EXPECT_FALSE(group->isVisible());
+    button(bar, "Zoom: acercar donde está el mouse")->click();
+    ASSERT_TRUE(controller->zoomOn());
+    EXPECT_TRUE(group->isVisible());
+    EXPECT_EQ(group->accessibleName(), QStringLiteral("Zoom 2.0×"));
+    button(bar, "Acercar más")->click();
+    EXPECT_NE(group->accessibleName(), QStringLiteral("Zoom 2.0×"));
+    button(bar, "Sigue al mouse · toca para dejarlo fijo aquí")->click();
+    EXPECT_FALSE(controller->zoomFollowing());
+    EXPECT_TRUE(button(bar, "Fijo · toca para que siga al mouse")->isChecked());
+    button(bar, "Volver a la vista normal")->click();
+    EXPECT_FALSE(group->isVisible());
+}
+
+TEST_F(ControlBarTest, CameraSecondCameraAndScriptGoToTheirSurfaces) {
+    prefs.mode = RecordMode::screenCam;
+    prefs.scriptText = QStringLiteral("Hola");
+    around.hasVideo = around.hasSecondBubble = around.hasPhone = true;
+    ControlBar bar(parts());
+    record();
+    bar.show(screen);
+    button(bar, "Mostrar u ocultar la cámara")->click();
+    button(bar, "Mostrar u ocultar la segunda cámara")->click();
+    button(bar, "Mostrar el guion")->click();
+    button(bar, "Mostrar tu celular (iPhone por cable)")->click();
+    EXPECT_EQ(count("bubble.toggleUserVisibility"), 1);
+    EXPECT_EQ(count("secondBubble.toggleUserVisibility"), 1);
+    EXPECT_EQ(count("teleprompter.show"), 1);
+    EXPECT_EQ(count("phone.show"), 1);
+    around.scriptVisible = around.phoneVisible = true;
+    bar.refresh();
+    button(bar, "Ocultar el guion")->click();
+    button(bar, "Quitar el celular del video")->click();
+    EXPECT_EQ(count("teleprompter.hide"), 1);
+    EXPECT_EQ(count("phone.hide"), 1);
+}
+
+TEST_F(ControlBarTest, OnANarrowScreenItGivesUpGapsThenTheWordThenMargins) {
+    prefs.mode = RecordMode::screenCam;
+    prefs.scriptText = QStringLiteral("Hola");
+    around = {true, true, false, true, true, false, true, BarSurroundings::Material::shown};
+    ControlBar bar(parts());
+    record();
+    bar.show(screen); // the test's screen is 800 wide
+    Button* const back = button(bar, "Volver a la vista normal");
+    EXPECT_EQ(back->text(), QString());
+    Button* const restart = button(bar, "Empezar de nuevo");
+    Button* const discard = button(bar, "Descartar");
+    EXPECT_EQ(discard->x(), restart->geometry().right() + 1);
+    prefs.mode = RecordMode::cam;
+    bar.show(screen);
+    EXPECT_EQ(back->text(), QStringLiteral("Volver"));
+    EXPECT_EQ(discard->x(), restart->geometry().right() + 3);
 }
 
 /// Counts how often widgets are painted.
@@ -101,7 +178,7 @@ public:
 };
 
 TEST_F(ControlBarTest, ATickOfTheClockPaintsTheClockAndNoControl) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     record();
     bar.show(screen);
     QApplication::processEvents();
@@ -121,7 +198,7 @@ TEST_F(ControlBarTest, ATickOfTheClockPaintsTheClockAndNoControl) {
 }
 
 TEST_F(ControlBarTest, NothingOfItTakesTheFocus) {
-    ControlBar bar(*controller, nullptr);
+    ControlBar bar(parts());
     EXPECT_TRUE(bar.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
     for (QWidget* each : bar.findChildren<QWidget*>()) {
         EXPECT_EQ(each->focusPolicy(), Qt::NoFocus) << qPrintable(each->accessibleName());

@@ -1,55 +1,35 @@
 #include "panels/SetupPanel.h"
 
-#include "panels/MicrophoneMonitor.h"
-#include "panels/ResolutionRow.h"
-#include "panels/SetupCard.h"
+#include "SetupFixture.h"
+#include "panels/setup/ResolutionRow.h"
+#include "panels/setup/SetupCard.h"
 #include "ui/Button.h"
 #include "ui/Disclosure.h"
 #include "ui/LevelMeter.h"
 #include "ui/ModeTile.h"
 #include "ui/Picker.h"
-#include "ui/SwitchRow.h"
-#include "unit/session/World.h"
+#include "ui/Segments.h"
+#include "ui/Switch.h"
+#include "ui/TextField.h"
+
+#include <QLabel>
+#include <QTest>
 
 namespace velmo {
 namespace {
 
-class TwoMicrophones final : public AudioInputService {
-public:
-    std::vector<AudioDevice> microphones() const override { return list; }
-    std::optional<AudioDevice> defaultMicrophone() const override {
-        return list.empty() ? std::nullopt : std::optional(list.front());
-    }
-    Result<std::unique_ptr<AudioInput>> openMicrophone(const std::string&, SerialQueue&, Handler) override {
-        return Error{};
-    }
-    Result<std::unique_ptr<AudioInput>> openSystemAudio(SerialQueue&, Handler) override { return Error{}; }
+using SetupPanelTest = test::SetupWorld;
 
-    std::vector<AudioDevice> list{{"a", "Interno"}, {"b", "USB"}};
-};
-
-class SetupPanelTest : public test::World {
-protected:
-    SetupPanelTest() { screens.screens = {{1, {0, 0, 1440, 900}, 2}, {2, {1440, 0, 1920, 1080}, 1}}; }
-
-    std::unique_ptr<SetupPanel> make(std::vector<RecordMode> modes = {RecordMode::screen}) {
-        return std::make_unique<SetupPanel>(
-            SetupPanel::Parts{*controller, prefs, real, screens, monitor, std::move(modes)});
-    }
-    template <typename T>
-    static T* named(QWidget& panel, const char* name) {
-        for (T* each : panel.findChildren<T*>()) {
-            if (each->text() == QString::fromUtf8(name) || each->accessibleName() == QString::fromUtf8(name)) {
-                return each;
-            }
+/// Titles of the cards that stand, from top to bottom.
+QStringList cardsOf(const QWidget& panel) {
+    QStringList titles;
+    for (const SetupCard* card : panel.findChildren<SetupCard*>()) {
+        if (!card->isHidden()) {
+            titles += card->accessibleName();
         }
-        return nullptr;
     }
-
-    TwoMicrophones inputs;
-    Devices real{nullptr, &inputs};
-    MicrophoneMonitor monitor{*controller, prefs, real, inputs};
-};
+    return titles;
+}
 
 TEST_F(SetupPanelTest, ClosingItByAnyMeansEndsThePreparation) {
     const auto panel = make();
@@ -61,6 +41,11 @@ TEST_F(SetupPanelTest, ClosingItByAnyMeansEndsThePreparation) {
     panel->show();
     named<Button>(*panel, "Cerrar")->click();
     EXPECT_EQ(controller->state(), test::State::idle);
+    controller->openSetup();
+    panel->show();
+    QTest::keyClick(panel.get(), Qt::Key_Escape);
+    EXPECT_EQ(controller->state(), test::State::idle);
+    EXPECT_FALSE(panel->isVisible());
 }
 
 TEST_F(SetupPanelTest, HidingItLeavesThePreparationAsItIs) {
@@ -80,13 +65,19 @@ TEST_F(SetupPanelTest, ReopeningItWhileItIsVisibleDoesNotMoveIt) {
     EXPECT_EQ(panel->pos(), QPoint(31, 47));
 }
 
-TEST_F(SetupPanelTest, ItsButtonStartsTheRecording) {
+TEST_F(SetupPanelTest, ItsButtonStartsTheRecordingAndASecondClickStartsNoOther) {
     const auto panel = make();
     controller->openSetup();
     panel->show();
-    named<Button>(*panel, "Comenzar grabación")->click();
+    auto* start = named<Button>(*panel, "Comenzar grabación");
+    start->click();
+    start->click();
     test::settle();
     EXPECT_EQ(controller->state(), test::State::preparing);
+    advance(0.25);
+    test::settle();
+    EXPECT_EQ(controller->state(), test::State::recording);
+    EXPECT_EQ(count("library.newRecordingURL"), 1);
 }
 
 TEST_F(SetupPanelTest, AChosenMicrophoneIsWrittenAtOnceAndNoneHidesTheMeter) {
@@ -104,40 +95,102 @@ TEST_F(SetupPanelTest, AChosenMicrophoneIsWrittenAtOnceAndNoneHidesTheMeter) {
     EXPECT_FALSE(panel->findChild<LevelMeter*>()->isVisible());
 }
 
-TEST_F(SetupPanelTest, AMicrophoneThatIsPluggedInAppearsWhenTheMenuOpens) {
+TEST_F(SetupPanelTest, DevicesThatComeAndGoAreSeenWhenTheMenuOpens) {
+    prefs.mode = RecordMode::cam;
     const auto panel = make();
     panel->show();
-    auto* picker = named<Picker>(*panel, "Micrófono");
+    auto* microphone = named<Picker>(*panel, "Micrófono");
     inputs.list.push_back({"c", "Nuevo"});
-    emit picker->opening();
-    EXPECT_EQ(picker->choices().size(), 4u);
+    emit microphone->opening();
+    EXPECT_EQ(microphone->choices().size(), 4u);
+    inputs.list.clear();
+    emit microphone->opening();
+    EXPECT_EQ(microphone->text(), QStringLiteral("Sin micrófono"));
+    auto* cameraPicker = named<Picker>(*panel, "Cámara");
+    EXPECT_EQ(cameraPicker->choices().size(), 2u);
+    cameras.list.clear();
+    emit cameraPicker->opening();
+    EXPECT_EQ(cameraPicker->text(), QStringLiteral("Sin cámara"));
+}
+
+TEST_F(SetupPanelTest, WhatIsForTheCameraAloneStandsOnlyInTheModesThatUseIt) {
+    const auto panel = make();
+    panel->show();
+    EXPECT_FALSE(named<Picker>(*panel, "Cámara")->isVisible());
+    EXPECT_FALSE(named<Switch>(*panel, "Empezar hablando a la cámara")->isVisible());
+    EXPECT_FALSE(named<Switch>(*panel, "Mostrar mi nombre bajo la cámara")->isVisible());
+    EXPECT_TRUE(named<Switch>(*panel, "Mostrar mi celular")->isVisible());
+    prefs.mode = RecordMode::screenCam;
+    EXPECT_TRUE(named<Picker>(*panel, "Cámara")->isVisible());
+    EXPECT_TRUE(named<Switch>(*panel, "Empezar hablando a la cámara")->isVisible());
+    prefs.mode = RecordMode::cam;
+    EXPECT_FALSE(named<Switch>(*panel, "Empezar hablando a la cámara")->isVisible());
+    EXPECT_TRUE(named<Switch>(*panel, "Mostrar mi nombre bajo la cámara")->isVisible());
+    EXPECT_FALSE(named<Switch>(*panel, "Mostrar mi celular")->isVisible());
+}
+
+TEST_F(SetupPanelTest, InTheModeWithoutAScreenZoomAndPresenterAreGoneAndTheDisplayIsDisabled) {
+    store.setBoolean(QStringLiteral("panel.mas"), true);
+    const auto panel = make();
+    panel->show();
+    EXPECT_TRUE(named<Picker>(*panel, "Pantalla")->isEnabled());
+    EXPECT_EQ(cardsOf(*panel), QStringList({"Pantalla y cámaras", "Burbuja de cámara", "Calidad y sonido",
+                                            "Zoom y señalar", "Cámara completa", "Guion (teleprompter)"}));
+    prefs.mode = RecordMode::cam;
+    EXPECT_FALSE(named<Picker>(*panel, "Pantalla")->isEnabled());
+    EXPECT_EQ(cardsOf(*panel),
+              QStringList({"Pantalla y cámaras", "Burbuja de cámara", "Calidad y sonido", "Guion (teleprompter)"}));
+}
+
+TEST_F(SetupPanelTest, ClosedCardsOfAnotherModeComeBackAsTheyWere) {
+    store.setBoolean(QStringLiteral("panel.mas"), true);
+    store.setBoolean(QStringLiteral("panel.zoom"), true);
+    const auto panel = make();
+    panel->show();
+    prefs.mode = RecordMode::cam;
+    prefs.mode = RecordMode::screen;
+    EXPECT_TRUE(named<Switch>(*panel, "El zoom sigue al mouse")->isVisible());
 }
 
 TEST_F(SetupPanelTest, SwitchesWriteTheirSettingAndShowWhatOthersWrite) {
     const auto panel = make();
-    prefs.systemAudio = true;
-    for (SwitchRow* row : panel->findChildren<SwitchRow*>()) {
-        emit row->switched(true);
+    const std::pair<const char*, Setting<bool>*> all[] = {
+        {"Empezar hablando a la cámara", &prefs.startPresenter},
+        {"Mostrar mi nombre bajo la cámara", &prefs.showName},
+        {"Mostrar mi celular", &prefs.showPhone},
+        {"Cámara en espejo", &prefs.mirror},
+        {"Sombra suave", &prefs.softShadow},
+        {"Movimiento más fluido (60 cuadros por segundo)", &prefs.fps60},
+        {"Grabar el sonido de la computadora", &prefs.systemAudio},
+        {"Quitar el sonido de los clics", &prefs.muteClicks},
+        {"Cuenta regresiva 3·2·1", &prefs.countdown},
+        {"Acercar automáticamente al hacer clic", &prefs.zoomAuto},
+        {"El zoom sigue al mouse", &prefs.zoomFollow},
+        {"Burbuja al hacer círculos con el mouse", &prefs.cursorHighlight},
+        {"Mostrar el guion al grabar", &prefs.prompterOn},
+    };
+    for (const auto& [name, setting] : all) {
+        auto* one = named<Switch>(*panel, name);
+        ASSERT_NE(one, nullptr) << name;
+        EXPECT_EQ(one->isChecked(), setting->value()) << name;
+        const bool before = setting->value();
+        one->click();
+        EXPECT_NE(setting->value(), before) << name;
+        *setting = before;
+        EXPECT_EQ(one->isChecked(), before) << name;
     }
-    EXPECT_TRUE(prefs.fps60.value());
-    EXPECT_TRUE(prefs.countdown.value());
-    prefs.fps60 = false;
-    EXPECT_FALSE(panel->findChildren<SwitchRow*>().front()->isOn());
 }
 
-TEST_F(SetupPanelTest, OffersModesOnlyWhereThereIsAChoice) {
-    EXPECT_TRUE(make()->findChildren<ModeTile*>().isEmpty());
-    const auto panel = make({RecordMode::screenCam, RecordMode::screen, RecordMode::cam});
+TEST_F(SetupPanelTest, AModeIsWrittenAtOnceAndThePreviewsHearOfIt) {
+    const auto panel = make();
+    controller->openSetup();
+    test::settle();
+    taken();
     ASSERT_EQ(panel->findChildren<ModeTile*>().size(), 3);
     named<ModeTile>(*panel, "Cámara")->click();
     EXPECT_EQ(prefs.mode.value(), RecordMode::cam);
-}
-
-TEST_F(SetupPanelTest, InTheModeWithoutAScreenTheDisplayPickerIsDisabled) {
-    const auto panel = make();
-    EXPECT_TRUE(named<Picker>(*panel, "Pantalla")->isEnabled());
-    prefs.mode = RecordMode::cam;
-    EXPECT_FALSE(named<Picker>(*panel, "Pantalla")->isEnabled());
+    test::settle();
+    EXPECT_GT(count("bubble.show"), 0);
 }
 
 TEST_F(SetupPanelTest, ADisplayIsChosenByItsIdentifierAndTheFirstEntryIsTheMainOne) {
@@ -148,9 +201,17 @@ TEST_F(SetupPanelTest, ADisplayIsChosenByItsIdentifierAndTheFirstEntryIsTheMainO
     EXPECT_EQ(picker->choices()[1].id, QStringLiteral("2"));
     emit picker->picked(QStringLiteral("2"));
     EXPECT_EQ(prefs.displayID.value(), 2);
-    EXPECT_EQ(panel->targetScreen()->displayID, 2u);
     prefs.displayID = 99;
-    EXPECT_EQ(panel->targetScreen()->displayID, 1u);
+    EXPECT_EQ(picker->current(), QStringLiteral("0"));
+}
+
+TEST_F(SetupPanelTest, ASecondCameraIsNoneUntilOneIsChosen) {
+    const auto panel = make();
+    auto* picker = named<Picker>(*panel, "Segunda cámara");
+    EXPECT_EQ(picker->text(), QStringLiteral("Ninguna"));
+    emit picker->picked(QStringLiteral("cam2"));
+    EXPECT_EQ(prefs.secondCameraID.value(), QStringLiteral("cam2"));
+    EXPECT_EQ(picker->text(), QStringLiteral("Camera 2"));
 }
 
 TEST_F(SetupPanelTest, CardsAndMoreOptionsAreAsTheyWereLeft) {
@@ -168,29 +229,56 @@ TEST_F(SetupPanelTest, CardsAndMoreOptionsAreAsTheyWereLeft) {
     EXPECT_FALSE(named<Disclosure>(*panel, "Calidad y sonido")->isChecked());
 }
 
-TEST_F(SetupPanelTest, SectionsOfOthersStandBehindItsOwnCardsInCardsThatRememberThemselves) {
+TEST_F(SetupPanelTest, TheMaterialOfAnotherRoomStandsBeforeTheScriptInACardThatRemembersItself) {
     int made = 0;
-    const auto withSection = [&] {
-        return std::make_unique<SetupPanel>(SetupPanel::Parts{
-            *controller,
-            prefs,
-            real,
-            screens,
-            monitor,
-            {RecordMode::screen},
-            {{{QStringLiteral("Otra"), QStringLiteral("folder"), QStringLiteral("panel.otra"), false}, [&made] {
-                  ++made;
-                  return new QWidget;
-              }}}});
+    const auto withMaterial = [&] {
+        return make({{{QStringLiteral("Otra"), QStringLiteral("folder"), QStringLiteral("panel.otra"), false}, [&made] {
+                          ++made;
+                          return new QWidget;
+                      }}});
     };
     {
-        const auto panel = withSection();
+        const auto panel = withMaterial();
         EXPECT_EQ(made, 1);
-        EXPECT_EQ(panel->findChildren<SetupCard*>().size(), 3);
+        EXPECT_EQ(cardsOf(*panel).mid(5), QStringList({"Otra", "Guion (teleprompter)"}));
         EXPECT_FALSE(named<Disclosure>(*panel, "Otra")->isChecked());
         named<Disclosure>(*panel, "Otra")->click();
     }
-    EXPECT_TRUE(named<Disclosure>(*withSection(), "Otra")->isChecked());
+    EXPECT_TRUE(named<Disclosure>(*withMaterial(), "Otra")->isChecked());
+}
+
+TEST_F(SetupPanelTest, ItsHeightFollowsItsContentAndStaysOnTheScreen) {
+    const auto panel = make();
+    panel->show();
+    QCoreApplication::processEvents();
+    const int basic = panel->height();
+    named<Disclosure>(*panel, "Más opciones")->click();
+    QCoreApplication::processEvents();
+    EXPECT_GT(panel->height(), basic);
+    store.setBoolean(QStringLiteral("panel.burbuja"), true);
+    const auto tall = make();
+    tall->show();
+    QCoreApplication::processEvents();
+    EXPECT_LE(tall->pos().y() + tall->card().bottom(), 900);
+    named<Disclosure>(*panel, "Menos opciones")->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(panel->height(), basic);
+}
+
+TEST_F(SetupPanelTest, TextsNameTheKeyThatIsHeld) {
+    const auto panel = make();
+    prefs.shortcutModifier = ShortcutModifier::super;
+    QStringList texts;
+    for (const QLabel* label : panel->findChildren<QLabel*>()) {
+        texts += label->text();
+    }
+    EXPECT_TRUE(texts.contains(QStringLiteral("Todo se guarda solo · Super\u00A0G para empezar o terminar")));
+    EXPECT_TRUE(texts.filter(QStringLiteral("⌃")).isEmpty())
+        << texts.filter(QStringLiteral("⌃")).join('|').toStdString();
+    auto* keys = named<Segments>(*panel, "Tecla de los atajos");
+    ASSERT_EQ(keys->buttons().size(), 3u);
+    keys->buttons()[1]->click();
+    EXPECT_EQ(prefs.shortcutModifier.value(), ShortcutModifier::controlAlt);
 }
 
 TEST(ResolutionRow, TellsTheSizeAndWhatTheQualityIsGoodFor) {
@@ -206,6 +294,7 @@ TEST(ResolutionRow, TellsTheSizeAndWhatTheQualityIsGoodFor) {
               QStringLiteral("3840 × 2160 px · máxima calidad (archivos grandes)"));
     EXPECT_EQ(ResolutionRow::caption(VideoQuality::uhd4k, std::nullopt),
               QStringLiteral("máxima calidad (archivos grandes)"));
+    EXPECT_FALSE(ResolutionRow::isIntel());
 }
 
 } // namespace

@@ -86,7 +86,9 @@ struct FakePower final : PowerSources {
 
 struct FakeDisk final : DiskSpace {
     std::optional<std::int64_t> available(const std::filesystem::path&) const override { return bytes; }
+    std::optional<std::int64_t> size(const std::filesystem::path&) const override { return fileBytes; }
     std::optional<std::int64_t> bytes;
+    std::optional<std::int64_t> fileBytes = 0;
 };
 
 struct FakeCameras final : CameraDevices {
@@ -165,6 +167,9 @@ struct FakeCapture final : ScreenCaptureService {
     Result<std::unique_ptr<CaptureStream>> makeStream(const ContentFilter&, const StreamConfiguration&,
                                                       StreamDelegate*) override {
         return Error{"test", 1, "not here"};
+    }
+    void captureImage(const ContentFilter&, const StreamConfiguration&, ImageCompletion completion) override {
+        completion(Error{"test", 1, "not here"});
     }
     bool preflightAccess() const override { return preflight; }
     bool requestAccess() override {

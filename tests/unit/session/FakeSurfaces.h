@@ -79,11 +79,6 @@ struct FakeCamera final : CameraPort, Noted {
     std::function<void(Done)> held;
 };
 
-struct FakeMicrophoneLevel final : MicrophoneLevel {
-    double level() const override { return loudness; }
-    double loudness = 1;
-};
-
 struct FakeSecondCamera final : SecondCameraPort, Noted {
     using Noted::Noted;
     QCoro::Task<void> configure(std::optional<std::string> camera) override {

@@ -108,19 +108,6 @@ TEST_F(LiveControl, ALevelThatNobodyKnowsIsNotSilence) {
     EXPECT_FALSE(controller->flash());
 }
 
-TEST_F(LiveControl, TheLevelOfTheRecordingGoesBeforeTheCameras) {
-    SessionSurfaces with = surfaces();
-    with.microphoneLevel = &microphoneLevel;
-    controller->attach(with);
-    camera.loudness = 0;
-    record();
-    advance(60);
-    EXPECT_FALSE(controller->flash());
-    microphoneLevel.loudness = 0;
-    advance(8.5);
-    EXPECT_TRUE(controller->flash());
-}
-
 TEST_F(LiveControl, WithoutAStoredRegionThePickerOpens) {
     record();
     controller->toggleRegion();

@@ -360,7 +360,7 @@ TEST_F(SessionState, AFlashGoesAfterItsTime) {
 TEST_F(SessionState, ANewerFlashSurvivesTheOldOnesTimer) {
     record();
     controller->flashMessage("a");
-    microphoneLevel.loudness = 0;
+    camera.loudness = 0;
     controller->addChapter("b", std::nullopt);
     advance(1.5);
     controller->flashMessage("c");

@@ -51,9 +51,9 @@ protected:
                 capture, recorders, devices, permissions, library,     mixer,   log,   kOwnProcess};
     }
     SessionSurfaces surfaces() {
-        return {&setupPanel, &controlBar,   &libraryWindow, &countdown,    &camera,  &secondCamera, nullptr,
-                &bubble,     &secondBubble, &phone,         &drawing,      &board,   &spotlight,    &presenter,
-                &kitPanel,   &classKit,     &teleprompter,  &regionPicker, &pointer, &monitors};
+        return {&setupPanel,   &controlBar,   &libraryWindow, &countdown, &camera,    &secondCamera, &bubble,
+                &secondBubble, &phone,        &drawing,       &board,     &spotlight, &presenter,    &kitPanel,
+                &classKit,     &teleprompter, &regionPicker,  &pointer,   &monitors};
     }
 
     void addWindow(WindowId id, Rect frame) { capture.content.windows.push_back({id, frame, kOwnProcess, ""}); }
@@ -98,7 +98,6 @@ protected:
     FakeCountdown countdown{calls, "countdown"};
     FakeCamera camera{calls, "camera"};
     FakeSecondCamera secondCamera{calls, "secondCamera"};
-    FakeMicrophoneLevel microphoneLevel;
     FakeBubble bubble{calls, "bubble"};
     FakeSecondBubble secondBubble{calls, "secondBubble"};
     FakePhone phone{calls, "phone"};

@@ -5,6 +5,7 @@
 #include "settings/RecordMode.h"
 #include "settings/RingStyle.h"
 #include "settings/RingWeight.h"
+#include "settings/ShortcutModifier.h"
 #include "settings/VideoQuality.h"
 
 #include <QStringList>
@@ -44,6 +45,7 @@ TEST(SettingsEnums, ListTheirCasesInOrderByTheirRawValues) {
               (QStringList{"lime", "neon", "ocean", "sunset", "gold", "forest", "silver", "rainbow"}));
     EXPECT_EQ(rawValues<PresenterStyle>(), (QStringList{"full", "framed", "sideRight", "sideLeft"}));
     EXPECT_EQ(rawValues<VideoQuality>(), (QStringList{"fullHD", "retina", "uhd4k"}));
+    EXPECT_EQ(rawValues<ShortcutModifier>(), (QStringList{"control", "controlAlt", "super"}));
 }
 
 TEST(SettingsEnums, HaveTheirTitles) {
@@ -53,6 +55,15 @@ TEST(SettingsEnums, HaveTheirTitles) {
     EXPECT_EQ(titles<RingWeight>(), (QStringList{"Ultrafino", "Delgado", "Medio", "Grueso"}));
     EXPECT_EQ(titles<ChameleonPalette>(),
               (QStringList{"Lima", "Neón", "Océano", "Atardecer", "Dorado", "Bosque", "Plata", "Arcoíris"}));
+}
+
+TEST(ShortcutModifier, IsNamedInTheTextsInPlaceOfControl) {
+    EXPECT_EQ(titles<ShortcutModifier>(), (QStringList{"Control", "Control + Alt", "Super"}));
+    const QString text = QStringLiteral("Vista (⌃1 a ⌃4) · ⌥ + rueda");
+    EXPECT_EQ(shortcutText(text, ShortcutModifier::control), text);
+    EXPECT_EQ(shortcutText(text, ShortcutModifier::controlAlt), QStringLiteral("Vista (⌃⌥1 a ⌃⌥4) · ⌥ + rueda"));
+    EXPECT_EQ(shortcutText(text, ShortcutModifier::super),
+              QStringLiteral("Vista (Super\u00A01 a Super\u00A04) · ⌥ + rueda"));
 }
 
 TEST(SettingsEnums, ReadTheirOwnRawValuesAndNoOthers) {

@@ -67,6 +67,7 @@ TEST(Prefs, AnEmptyStoreGivesAllDefaults) {
     EXPECT_EQ(prefs.secondBubbleShape.value(), BubbleShape::rounded);
     EXPECT_FALSE(prefs.secondMirror);
     EXPECT_TRUE(prefs.cursorHighlight);
+    EXPECT_EQ(prefs.shortcutModifier.value(), ShortcutModifier::control);
     EXPECT_EQ(prefs.recordRegion.value(), std::nullopt);
 }
 
@@ -116,6 +117,7 @@ const QJsonObject kOtherValues{
     {"secondBubbleShape", "circle"},
     {"secondMirror", true},
     {"cursorHighlight", false},
+    {"shortcutModifier", "super"},
 };
 
 TEST(Prefs, ReloadTakesEveryFieldOfAProfileInItsOrder) {
@@ -141,7 +143,7 @@ TEST(Prefs, ReloadTakesEveryFieldOfAProfileInItsOrder) {
                                   "prompterSpeed",  "prompterFont",     "phoneSize",
                                   "presenterName",  "presenterRole",    "presenterStyle",
                                   "secondCameraID", "secondBubbleSize", "secondBubbleShape",
-                                  "secondMirror",   "cursorHighlight"}));
+                                  "secondMirror",   "cursorHighlight",  "shortcutModifier"}));
     EXPECT_EQ(prefs.displayID.value(), 4294967295);
     EXPECT_EQ(prefs.prompterFont.value(), 30.0);
     EXPECT_EQ(store.values(), kOtherValues) << "each field lies in the store as it was written there";

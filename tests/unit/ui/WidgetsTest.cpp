@@ -170,6 +170,26 @@ TEST(Shadow, FadesOutInsideTheRoomThatItAsksFor) {
     }
 }
 
+TEST(Shadow, OfOwnMeasuresFadesOutInsideItsRoomAndIsAsDarkAsAskedFor) {
+    const auto darkest = [](double opacity) {
+        const Shadow::Soft soft{16, 80, opacity};
+        const QMargins room = Shadow::margins(soft);
+        const QRect shape(room.left(), room.top(), 500, 400);
+        QImage image(shape.marginsAdded(room).size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(0);
+        QPainter painter(&image);
+        Shadow::paint(painter, shape, 40, soft);
+        EXPECT_EQ(painter.opacity(), 1);
+        painter.end();
+        for (int x = 0; x < image.width(); ++x) {
+            EXPECT_LE(qAlpha(image.pixel(x, image.height() - 1)), 3) << x;
+        }
+        return qAlpha(image.pixel(shape.center()));
+    };
+    EXPECT_NEAR(darkest(1), 255, 3);
+    EXPECT_NEAR(darkest(0.5), 128, 3);
+}
+
 TEST(Type, ATimeIsEquallyWideWhateverItsFigures) {
     const QFont font = Type::font(TextStyle::clock);
     EXPECT_EQ(Type::tabularWidth(font, QStringLiteral("11:11")), Type::tabularWidth(font, QStringLiteral("08:40")));
