@@ -133,6 +133,12 @@ class Lesson:
             self.count += ctypes.cast(event, ctypes.POINTER(ctypes.c_int))[0] == self.BUTTON_PRESS
         return self.count
 
+    def is_composited(self):
+        """Without a compositing manager the overlay is cut to its ink: the laser has no light then."""
+        self.x11.XInternAtom.restype = self.x11.XGetSelectionOwner.restype = ctypes.c_ulong
+        manager = ctypes.c_ulong(self.x11.XInternAtom(self.display, b"_NET_WM_CM_S0", 0))
+        return self.x11.XGetSelectionOwner(self.display, manager) != 0
+
     def __enter__(self):
         return self
 
@@ -204,7 +210,8 @@ class Drawing(unittest.TestCase):
         self.assertEqual(after, GREY)
         self.assertGreater(max(core), ground + 15, "a hot core")
         self.assertLess(abs(min(stroke) - luma_of(RED)), 12, "in a red line")
-        self.assertTrue(ground - 30 < min(glow) < ground - LUMA_SLACK, "with a light round it")
+        if self.lesson.is_composited():
+            self.assertTrue(ground - 30 < min(glow) < ground - LUMA_SLACK, "with a light round it")
         for place in (core, stroke, glow):
             self.assertLess(abs(place[-1] - ground), LUMA_SLACK)
         fading = stroke[stroke.index(min(stroke)):]
