@@ -63,7 +63,7 @@ class Subject(Program):
                 if name.endswith((".velmo-journal", ".velmo-video", ".velmo-parte")) or name == ".velmo-renombrar"]
 
     def notices(self):
-        return [name for name in NOTICES if output("xdotool", "search", "--onlyvisible", "--name", "^" + name + "$")]
+        return [name for name in NOTICES if self.has_window(name)]
 
     def dismiss_notices(self):
         """The texts that stood there."""
@@ -87,6 +87,13 @@ class Subject(Program):
                 shutil.rmtree(path)
             elif name != ".velmo-studio.json":
                 os.remove(path)
+
+    def has_window(self, name):
+        return bool(output("xdotool", "search", "--onlyvisible", "--name", "^" + name + "$"))
+
+    def type(self, text):
+        subprocess.run(["xdotool", "key", "ctrl+a"], check=True)
+        subprocess.run(["xdotool", "type", "--delay", "5", text], check=True)
 
     def class_folder(self, video):
         return os.path.splitext(video)[0] + " · material"
