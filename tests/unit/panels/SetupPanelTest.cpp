@@ -99,13 +99,13 @@ TEST_F(SetupPanelTest, DevicesThatComeAndGoAreSeenWhenTheMenuOpens) {
     prefs.mode = RecordMode::cam;
     const auto panel = make();
     panel->show();
-    auto* microphone = named<Picker>(*panel, "Micrófono");
+    auto* microphonePicker = named<Picker>(*panel, "Micrófono");
     inputs.list.push_back({"c", "Nuevo"});
-    emit microphone->opening();
-    EXPECT_EQ(microphone->choices().size(), 4u);
+    emit microphonePicker->opening();
+    EXPECT_EQ(microphonePicker->choices().size(), 4u);
     inputs.list.clear();
-    emit microphone->opening();
-    EXPECT_EQ(microphone->text(), QStringLiteral("Sin micrófono"));
+    emit microphonePicker->opening();
+    EXPECT_EQ(microphonePicker->text(), QStringLiteral("Sin micrófono"));
     auto* cameraPicker = named<Picker>(*panel, "Cámara");
     EXPECT_EQ(cameraPicker->choices().size(), 2u);
     cameras.list.clear();
