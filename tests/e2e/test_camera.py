@@ -32,13 +32,13 @@ class Voice(unittest.TestCase):
     def test_the_camera_alone_keeps_to_the_voice(self):
         with Stage("beep", "--unmanaged", "--color", WALL, "--size", "1920x1080"):
             path = record(9, *FLASH, mode="cam")
-        self.assert_flashes_at_beeps(judge(path, "--probe", "300,300"), 0.040)
+        self.assert_flashes_at_beeps(judge(path, "--probe", "300,300"), 0.100)
 
     def test_the_bubble_keeps_to_the_voice_beside_a_moving_screen(self):
         with Stage("beep", "--unmanaged", "--color", WALL, "--size", "1920x1080"), \
                 Stage("tick", "--unmanaged", "--color", WALL, "--size", "640x480", "--at", "900,200"):
             path = record(9, *FLASH, mode="screenCam")
-        self.assert_flashes_at_beeps(judge(path, "--probe", "172,850"), 0.040)
+        self.assert_flashes_at_beeps(judge(path, "--probe", "172,850"), 0.100)
 
 
 class Picture(unittest.TestCase):

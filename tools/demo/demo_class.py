@@ -9,6 +9,7 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tests", "e2e"))
 
+import screen_reader  # noqa: E402
 from program import Program, Stage, click, flashes, judge, output, press, runs, tool, wait_until  # noqa: E402
 from test_class_folder import class_folder, kit  # noqa: E402
 from test_kit_panel import middle_of_row, stand_in_for_xdg_open  # noqa: E402
@@ -17,7 +18,11 @@ VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua. El sol 
          "Arriba hace frío, y el vapor se convierte en una nube. Cuando las gotas pesan, caen como lluvia. "
          "Y así el viaje empieza otra vez. Anoten los tres pasos, y nos vemos en la próxima clase.")
 COUNTER = (1424, 40)   # where the moving window stands; its upper left corner holds the frame counter
-FLASH = (60, 700)
+FLASH = (60, 560)
+SECOND_CAMERA = "velmo.synthetic.hands"
+BAR = "Velmo Studio · controles"
+PALETTE = "Velmo Studio · paleta de dibujo"
+BUBBLE = (172, 860)   # on the camera, clear of its controls
 FLASH_S = 6
 
 
@@ -157,10 +162,60 @@ def only_a_part():
     time.sleep(0.8)
 
 
+def come_and_go(folder):
+    """The teacher large, beside the slides, in a column, and back in the bubble."""
+    for key, scene in (("2", "solo-yo"), ("3", "al-lado"), ("4", "columna")):
+        press("ctrl+" + key)
+        time.sleep(2.2)
+        screenshot(folder, scene)
+    press("ctrl+1")
+    time.sleep(1.5)
+
+
+def dress_the_bubble(folder):
+    """The size by a double click, the ring by the menu."""
+    click(*BUBBLE)
+    subprocess.run(["xdotool", "click", "1"], check=True)
+    time.sleep(0.8)
+    click(*BUBBLE, button=3)
+    time.sleep(0.5)
+    screenshot(folder, "menu-de-la-burbuja")
+    press("Escape")
+    move((960, 500))
+    time.sleep(1)
+
+
+def draw_on_the_screen(folder):
+    """By the bar's button and the palette's; what was drawn stays when the palette goes."""
+    screen_reader.press_on(BAR, "Dibujar sobre la pantalla")
+    time.sleep(0.6)
+    drag((640, 470), (980, 640))
+    screen_reader.press_on(PALETTE, "Elipse a mano")
+    drag((560, 420), (1060, 690))
+    screen_reader.press_on(PALETTE, "Resaltador")
+    drag((420, 300), (900, 305))
+    screenshot(folder, "dibujo")
+    screen_reader.press_on(PALETTE, "Listo")
+    time.sleep(0.8)
+    screen_reader.press_on(BAR, "Dibujar sobre la pantalla")
+    screen_reader.press_on(PALETTE, "Borrar todo")
+    screen_reader.press_on(PALETTE, "Listo")
+
+
+def prepare(folder, program):
+    """A class is prepared in the panel by clicks on its controls, and begun."""
+    press("ctrl+n")
+    screen_reader.window("Nueva grabación")
+    time.sleep(2.5)
+    screenshot(folder, "panel")
+    screen_reader.press_on("Nueva grabación", "Comenzar grabación")
+
+
 def teach(folder):
     """The class itself, between the two presses of the key."""
     flash(FLASH_S)
     voice = say(folder)
+    press("ctrl+t")
     turn_slide()
     glide((400, 300), (900, 640))
     press("ctrl+m")
@@ -169,6 +224,9 @@ def teach(folder):
     open_material(0)
     write_and_scroll()
     show_closely(folder)
+    come_and_go(folder)
+    dress_the_bubble(folder)
+    draw_on_the_screen(folder)
     turn_slide()
     open_material(1)
     point_out(folder)
@@ -217,6 +275,7 @@ def contact_sheet(folder, video, duration):
 
 def main():
     folder = sys.argv[1]
+    screen_reader.switch_on()
     stand_in_for_xdg_open()
     slides = subprocess.Popen([tool("velmo-demo-slides")])
     window("El ciclo del agua")
@@ -224,10 +283,12 @@ def main():
                               "-bg", "#10241d", "-fg", "#f3efe6", "-e", "bash", "--norc"], env={**os.environ, "PS1": "clase $ "})
     window("apuntes")
     with Stage("motion", "--size", "440x240", "--at", f"{COUNTER[0]},{COUNTER[1]}", "--unmanaged"), \
-            Program(countdown=True, systemAudio=True, **{"kit.items": material()}) as program:
+            Program(arguments=["--synthetic-cameras", "--no-camera-counter"], countdown=True, systemAudio=True,
+                    mode="screenCam", showName=True, presenterName="Ana Torres", presenterRole="Ciencias naturales",
+                    secondCameraID=SECOND_CAMERA, scriptText=VOICE, **{"kit.items": material()}) as program:
         time.sleep(1)
         screenshot(folder, "biblioteca-antes")
-        press("ctrl+g")
+        prepare(folder, program)
         time.sleep(1.2)
         screenshot(folder, "cuenta-atras")
         source = wait_until("the recording", program.videos)[0]
