@@ -221,7 +221,7 @@ struct Composition::Surfaces {
                       [this] { return around(); }}),
           setupPanel({recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
                       [&platform] { showTemplates(platform.files); }},
-                     {kitSection(stores.classKit)}),
+                     {kitSection(stores.classKit, stores.prefs)}),
           welcome(welcomeServices(platform, stores), stores.prefs,
                   [&recorder, &library] {
                       if (!recorder.isActive()) {
@@ -263,10 +263,14 @@ struct Composition::Surfaces {
                                files);
     }
 
-    static SetupSection kitSection(ClassKit& kit) {
+    static SetupSection kitSection(ClassKit& kit, Prefs& prefs) {
         return {{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                  QStringLiteral("panel.material"), false},
-                [&kit] { return new KitSetupSection(kit); }};
+                [&kit, &prefs] {
+                    auto* section = new KitSetupSection(kit);
+                    section->nameKeys(prefs);
+                    return section;
+                }};
     }
 
     BarSurroundings around() const {

@@ -3,6 +3,7 @@
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitDrop.h"
 #include "classkit/views/internal/KitSetupRow.h"
+#include "settings/Prefs.h"
 #include "ui/Button.h"
 #include "ui/Label.h"
 #include "ui/SwitchRow.h"
@@ -20,6 +21,10 @@
 namespace velmo {
 
 namespace {
+
+const QString kHint = QStringLiteral("Agrega tu presentación, PDF, documentos, links o videos de YouTube. "
+                                     "Mientras grabas los abres con un clic (⌃K) y quedan guardados con la "
+                                     "clase.");
 
 constexpr int kRoom = Button::kRoom;
 constexpr int kFieldInset = kRoom - TextField::kRoom;
@@ -54,10 +59,7 @@ KitSetupSection::KitSetupSection(ClassKit& kit, QWidget* parent) : QWidget(paren
 KitSetupSection::~KitSetupSection() = default;
 
 void KitSetupSection::addRows(QVBoxLayout& column) {
-    hint_ = makeWrappedLabel(QStringLiteral("Agrega tu presentación, PDF, documentos, links o videos de YouTube. "
-                                            "Mientras grabas los abres con un clic (⌃K) y quedan guardados con la "
-                                            "clase."),
-                             TextStyle::caption, Theme::muted);
+    hint_ = makeWrappedLabel(kHint, TextStyle::caption, Theme::muted);
     column.addLayout(inset(hint_));
     rowColumn_ = new QVBoxLayout;
     rowColumn_->setContentsMargins(kRoom, 0, kFieldInset, 0);
@@ -69,7 +71,7 @@ void KitSetupSection::addLinkField(QVBoxLayout& column) {
     link_ = new TextField(QStringLiteral("Pega un link o un video de YouTube"));
     link_->setAccessibleName(link_->placeholderText());
     link_->setToolTip(link_->placeholderText()); // the field is narrower
-    link_->setAcceptDrops(false); // the whole section takes them
+    link_->setAcceptDrops(false);                // the whole section takes them
     connect(link_, &QLineEdit::returnPressed, this, &KitSetupSection::addLink);
     auto* add = new Button(ButtonStyle::ghost, QStringLiteral("Agregar"));
     connect(add, &Button::clicked, this, &KitSetupSection::addLink);
@@ -96,6 +98,16 @@ void KitSetupSection::addButtons(QVBoxLayout& column) {
     row->addWidget(empty_);
     row->addStretch();
     column.addLayout(row);
+}
+
+void KitSetupSection::nameKeys(Prefs& prefs) {
+    const auto show = [this, &prefs] { hint_->setText(shortcutText(kHint, prefs.shortcutModifier)); };
+    connect(&prefs, &Prefs::changed, this, [&prefs, show](const QString& key) {
+        if (key == prefs.shortcutModifier.key()) {
+            show();
+        }
+    });
+    show();
 }
 
 void KitSetupSection::addLink() {

@@ -12,6 +12,7 @@ namespace velmo {
 class Button;
 class ClassKit;
 class KitSetupRow;
+class Prefs;
 class SwitchRow;
 class TextField;
 
@@ -26,6 +27,8 @@ public:
     explicit KitSetupSection(ClassKit& kit, QWidget* parent = nullptr);
     ~KitSetupSection() override;
 
+    /// Names keys as the settings have them from here on. Borrowed.
+    void nameKeys(Prefs& prefs);
     /// Adds what stands in the field for links. What is no link stays there for correction.
     void addLink();
 

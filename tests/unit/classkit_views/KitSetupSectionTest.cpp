@@ -3,6 +3,7 @@
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitDrop.h"
 #include "classkit/views/internal/KitSetupRow.h"
+#include "settings/Prefs.h"
 #include "ui/Button.h"
 #include "ui/SwitchRow.h"
 #include "ui/TextField.h"
@@ -177,6 +178,18 @@ TEST_F(KitSetupSectionTest, NoFieldSwallowsWhatIsDroppedOnIt) {
     for (TextField* field : section.findChildren<TextField*>()) {
         EXPECT_FALSE(field->acceptDrops());
     }
+}
+
+TEST_F(KitSetupSectionTest, ItsHintNamesTheKeyThatIsHeld) {
+    Prefs prefs(world.store);
+    section.nameKeys(prefs);
+    EXPECT_TRUE(
+        shows("Agrega tu presentación, PDF, documentos, links o videos de YouTube. Mientras grabas los abres con "
+              "un clic (⌃K) y quedan guardados con la clase."));
+    prefs.shortcutModifier = ShortcutModifier::controlAlt;
+    EXPECT_TRUE(
+        shows("Agrega tu presentación, PDF, documentos, links o videos de YouTube. Mientras grabas los abres con "
+              "un clic (⌃⌥K) y quedan guardados con la clase."));
 }
 
 } // namespace
