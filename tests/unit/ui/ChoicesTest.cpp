@@ -68,6 +68,7 @@ protected:
         widget.setFocusPolicy(Qt::StrongFocus);
         window.show();
         QApplication::setActiveWindow(&window);
+        widget.clearFocus(); // a window gives it to its first widget
     }
 
     QWidget window;
