@@ -3,6 +3,7 @@
 //
 //   tools/desk run build/release/bin/bench_overlay [SECONDS]
 
+#include "bench/support/CpuTime.h"
 #include "platform/desktop/XInputPointerMotion.h"
 #include "session/QtTimers.h"
 #include "support/XTestClient.h"
@@ -10,18 +11,13 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QEventLoop>
 #include <QProcess>
-#include <QTimer>
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <functional>
 #include <string>
 
 namespace velmo {
@@ -35,33 +31,9 @@ public:
     }
 };
 
-double ownCpu() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-double serverCpu() {
-    std::ifstream file("/proc/" + qEnvironmentVariable("DESK_XSERVER_PID").toStdString() + "/stat");
-    std::string text;
-    std::getline(file, text);
-    std::size_t at = text.rfind(')') + 1;
-    for (int field = 0; field < 12; ++field) {
-        at = text.find(' ', at + 1);
-    }
-    char* end = nullptr;
-    const double user = std::strtod(text.c_str() + at, &end);
-    return (user + std::strtod(end, nullptr)) / static_cast<double>(sysconf(_SC_CLK_TCK));
-}
-
-void pass(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
+using bench::ownCpu;
+using bench::pass;
+using bench::serverCpu;
 
 /// The mouse of another process: a wide slow round, 120 events a second.
 int moveForever() {

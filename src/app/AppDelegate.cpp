@@ -46,7 +46,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     statusItem_ = std::make_unique<StatusItem>(actions_);
     subscribe();
     shell_.hotKeys.install();
-    shell_.hotKeys.registerKey(kToggleKeyID, kToggleKeyCode, kControlModifier,
+    shell_.hotKeys.setModifiers(rowOf(shortcutModifier()).mask);
+    shell_.hotKeys.registerKey(kToggleKeyID, kToggleKeyCode, shell_.hotKeys.modifiers(),
                                [this] { shell_.recorder.toggleFromHotkey(); });
     subscriptions_.push_back(connect(&shell_.recorder, &RecorderController::stateChanged, this,
                                      &AppDelegate::updateRecordingKeys, Qt::QueuedConnection));
@@ -104,12 +105,22 @@ void AppDelegate::subscribe() {
 }
 
 void AppDelegate::updateStatus() {
-    const auto update = statusModel_.update(shell_.recorder.state(), shell_.recorder.elapsed(),
-                                            shell_.isQuadrelAvailable && shell_.isQuadrelAvailable());
+    const auto update =
+        statusModel_.update(shell_.recorder.state(), shell_.recorder.elapsed(),
+                            shell_.isQuadrelAvailable && shell_.isQuadrelAvailable(), shortcutModifier());
     if (update.menu) {
         statusItem_->setMenu(*update.menu);
     }
     statusItem_->setLook(update.look);
+}
+
+ShortcutModifier AppDelegate::shortcutModifier() const {
+    return shell_.shortcutModifier ? shell_.shortcutModifier() : ShortcutModifier::control;
+}
+
+void AppDelegate::shortcutModifierChanged() {
+    shell_.hotKeys.setModifiers(rowOf(shortcutModifier()).mask);
+    updateStatus();
 }
 
 void AppDelegate::updateRecordingKeys() {

@@ -41,7 +41,8 @@ struct Shell {
     std::function<void()> stopQuadrel = {};
     std::function<void()> openNotices = {};
     std::function<void()> openSite = {};
-    std::function<void()> quit = {}; ///< ends the event loop, unasked
+    std::function<void()> quit = {};                         ///< ends the event loop, unasked
+    std::function<ShortcutModifier()> shortcutModifier = {}; ///< Control when empty
 };
 
 /// The shell: launch, menus, status item, hot keys, and what a reopen and a quit mean. Main thread.
@@ -65,6 +66,9 @@ public:
     /// The desktop asks before it ends the user's session.
     void commitData(QSessionManager& manager);
 
+    /// To be called when another modifier was chosen: it holds at once, for keys and texts.
+    void shortcutModifierChanged();
+
     const ShellActions& actions() const { return actions_; }
 
 private:
@@ -74,6 +78,7 @@ private:
     void subscribe();
     void updateStatus();
     void updateRecordingKeys();
+    ShortcutModifier shortcutModifier() const;
     QCoro::Task<void> explainRefusal();
 
     Shell shell_;

@@ -14,6 +14,7 @@
 #include "app/ProgramFiles.h"
 #include "app/RecordingKeys.h"
 #include "app/RecordingRescue.h"
+#include "app/RecoveryNotice.h"
 #include "app/Shortcuts.h"
 #include "app/ShortcutsDialog.h"
 #include "capture/DiagLog.h"
@@ -25,6 +26,7 @@
 #include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "library/Library.h"
+#include "library/Recovery.h"
 #include "library/views/LibraryWindow.h"
 #include "panels/Alerts.h"
 #include "panels/ControlBar.h"
@@ -88,11 +90,30 @@ void logLine(const std::string& line) {
 FfmpegWriterOptions writerOptions() {
     FfmpegWriterOptions options;
     options.log = &logLine;
+    options.keepsJournal = true; // the library takes it away
     return options;
 }
 
 AudioMixer makeMixer(const AssetReaderFactory& readers, const PassthroughWriterFactory& writers) {
     return AudioMixer(readers, writers, [](const std::string& line) { ::syslog(LOG_WARNING, "%s", line.c_str()); });
+}
+
+/// Calls `follow` whenever the user chooses another modifier of the keys, as long as `context` lives.
+template <typename Follow>
+void whenModifierChanges(const Prefs& prefs, QObject& context, Follow follow) {
+    QObject::connect(&prefs, &Prefs::changed, &context, [&prefs, follow](const QString& key) {
+        if (key == prefs.shortcutModifier.key()) {
+            follow();
+        }
+    });
+}
+
+/// Keeps the texts of `widget` at the modifier that the user has chosen.
+template <typename Widget>
+void followModifier(const Prefs& prefs, Widget& widget) {
+    const auto follow = [&prefs, &widget] { widget.setShortcutModifier(prefs.shortcutModifier); };
+    whenModifierChanges(prefs, widget, follow);
+    follow();
 }
 
 void postToMain(std::function<void()> work) {
@@ -154,7 +175,11 @@ struct Composition::Stores {
           permissions({devices, platform.audio, platform.timers, std::make_unique<ThreadQueue>("velmo.devices.access"),
                        [] { return CameraNodes::tryAll(); }, platform.askForCamera()}),
           library(Library::standardFolder(),
-                  {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}) {}
+                  {platform.files, platform.inspector, std::make_unique<ThreadQueue>("velmo.library")}),
+          recoveryMixer(makeMixer(platform.readers, platform.passthroughWriters)),
+          recovery(library,
+                   {std::make_unique<ThreadQueue>("velmo.recovery"),
+                    [this](const std::filesystem::path& video) { recoveryMixer.mixIfNeeded(video); }, &logLine}) {}
 
     static KitServices kitServices(Platform& platform) {
         return {platform.files, platform.fileChooser, [&platform] { platform.application.toFront(); },
@@ -172,11 +197,12 @@ struct Composition::Stores {
     SettingsProfiles profiles{defaults, [this] {
                                   prefs.reload();
                                   classKit.reload();
-                                  RecorderController::shared().previewChanged();
                               }};
     ClassKitAdapter classMaterial{classKit, std::make_unique<ThreadQueue>("velmo.classkit")};
     Library library;
     LibraryAdapter libraryStore{library};
+    AudioMixer recoveryMixer;
+    Recovery recovery; ///< after what it works with
 };
 
 /// The recording session and what answers to it.
@@ -194,6 +220,7 @@ struct Composition::Session {
     Alerts alerts;
     RecordingRescue rescue{window, alerts, &logLine};
     std::unique_ptr<RecorderController> recorder;
+    std::unique_ptr<RecoveryNotice> recoveryNotice; ///< after the controller that it watches
 };
 
 /// What stands around a recording on the screen.
@@ -221,7 +248,7 @@ struct Composition::Surfaces {
                       [this] { return around(); }}),
           setupPanel({recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
                       [&platform] { showTemplates(platform.files); }},
-                     {kitSection(stores.classKit, stores.prefs)}),
+                     {kitSection(stores)}),
           welcome(welcomeServices(platform, stores), stores.prefs,
                   [&recorder, &library] {
                       if (!recorder.isActive()) {
@@ -234,6 +261,11 @@ struct Composition::Surfaces {
         CameraManager::setShared(&camera);
         SecondCameraManager::setShared(&secondCamera);
         tieBubbles(platform.displayWatch);
+        QObject::connect(&stores.profiles, &SettingsProfiles::applied, &bubble, [this, &recorder] {
+            recorder.previewChanged();
+            bubble.applyPrefs();
+            secondBubble.applyPrefs();
+        });
         tieBar();
     }
     ~Surfaces() {
@@ -263,12 +295,12 @@ struct Composition::Surfaces {
                                files);
     }
 
-    static SetupSection kitSection(ClassKit& kit, Prefs& prefs) {
+    static SetupSection kitSection(Stores& stores) {
         return {{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                  QStringLiteral("panel.material"), false},
-                [&kit, &prefs] {
-                    auto* section = new KitSetupSection(kit);
-                    section->nameKeys(prefs);
+                [&stores] {
+                    auto* section = new KitSetupSection(stores.classKit);
+                    followModifier(stores.prefs, *section);
                     return section;
                 }};
     }
@@ -338,10 +370,15 @@ Composition::Composition(const LaunchOptions& options)
     session_->recorder = std::make_unique<RecorderController>(sessionServices());
     RecorderController::setShared(session_->recorder.get());
     session_->rescue.watch(*session_->recorder);
+    session_->recoveryNotice = std::make_unique<RecoveryNotice>(stores_->recovery, *session_->recorder,
+                                                                session_->window, session_->rescue.alerts());
+    stores_->recovery.start(stores_->classKit.items(), stores_->classKit.copyFiles());
     surfaces_ = std::make_unique<Surfaces>(*platform_, *stores_, *session_->recorder, session_->window);
     session_->recorder->attach(sessionSurfaces());
     hotKeys_ = std::make_unique<HotKeys>(platform_->hotKeys, recordingKeys(*session_->recorder), &postToMain, &logLine);
     delegate_ = std::make_unique<AppDelegate>(shell());
+    followModifier(stores_->prefs, session_->window);
+    whenModifierChanges(stores_->prefs, *delegate_, [this] { delegate_->shortcutModifierChanged(); });
 }
 
 Composition::~Composition() {
@@ -411,8 +448,15 @@ Shell Composition::shell() {
         platform_->application.toFront();
     };
     shell.showShortcuts = [this] {
-        Shortcuts::show([this] { platform_->application.toFront(); },
-                        [](const QString&, const QString&, const QStringList&) { (new ShortcutsDialog)->present(); });
+        const auto state = [this] { return Shortcuts::State{stores_->prefs.shortcutModifier, hotKeys_->taken()}; };
+        const Shortcuts::State now = state();
+        Shortcuts::show(
+            now, [this] { platform_->application.toFront(); },
+            [this, state, &now](const QString&, const QString&, const QStringList&) {
+                auto* const dialog = new ShortcutsDialog(now);
+                whenModifierChanges(stores_->prefs, *dialog, [state, dialog] { dialog->setState(state()); });
+                dialog->present();
+            });
     };
     shell.openVideosFolder = [this] {
         if (const auto opened = stores_->library.openFolder(); !opened.ok()) {
@@ -426,6 +470,7 @@ Shell Composition::shell() {
         }
     };
     shell.openSite = [this] { platform_->files.openAddress(Credit::site); };
+    shell.shortcutModifier = [this] { return stores_->prefs.shortcutModifier.value(); };
     shell.quit = [this] { session_->rescue.leave([] { QCoreApplication::exit(EXIT_SUCCESS); }); };
     return shell;
 }

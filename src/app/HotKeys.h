@@ -35,21 +35,38 @@ public:
 
     /// Once, at launch.
     void install();
-    /// Replaces what the id stood for. A key that cannot be had is logged; nobody else is told.
+    /// Replaces what the id stood for. A key that cannot be had is logged, and is among `taken`.
     void registerKey(std::uint32_t id, int keyCode, std::uint32_t modifiers, Action action);
     void unregister(std::uint32_t id);
     /// Registers or releases all keys of a running recording.
     void setRecordingKeys(bool on);
 
+    /// The modifiers of the recording's keys.
+    std::uint32_t modifiers() const { return modifiers_; }
+    /// From now on, and at once for all keys that are registered, those that could not be had among them.
+    void setModifiers(std::uint32_t modifiers);
+    /// The ids, of those that are registered and of the recording's, that another program holds at this moment. Keys
+    /// that were not registered are tried and given back.
+    std::set<std::uint32_t> taken();
+
 private:
+    struct Key {
+        int code = 0;
+        std::uint32_t modifiers = 0;
+        Action action;
+    };
+
+    HotKeyService::Status obtain(std::uint32_t id, const Key& key);
+    void obtainOrLog(std::uint32_t id, const Key& key);
     void fire(std::uint32_t id) const;
 
     HotKeyService& service_;
     std::vector<RecordingKey> recordingKeys_;
     Schedule schedule_;
     Log log_;
+    std::uint32_t modifiers_ = kControlModifier;
     std::set<std::uint32_t> refs_; ///< registered with the system now
-    std::map<std::uint32_t, Action> handlers_;
+    std::map<std::uint32_t, Key> handlers_;
     std::shared_ptr<const int> life_ = std::make_shared<const int>(0); ///< a press may be on its way when this goes
 };
 

@@ -1,6 +1,5 @@
 #include "app/ShortcutsDialog.h"
 
-#include "app/Shortcuts.h"
 #include "app/ShortcutsTable.h"
 #include "ui/Button.h"
 #include "ui/Theme.h"
@@ -9,6 +8,8 @@
 #include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace velmo {
 namespace {
@@ -31,22 +32,21 @@ QLabel* label(const QString& text, TextStyle style, const QColor& color) {
 
 } // namespace
 
-ShortcutsDialog::ShortcutsDialog(QWidget* parent) : DialogWindow(parent) {
+ShortcutsDialog::ShortcutsDialog(const Shortcuts::State& state, QWidget* parent)
+    : DialogWindow(parent), introduction_(label({}, TextStyle::body, Theme::muted)), table_(new ShortcutsTable) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(Shortcuts::message());
     setAccessibleName(Shortcuts::message());
-    setAccessibleDescription(Shortcuts::informativeText());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(14, 22, 14, 16);
     column->setSpacing(6);
     column->addWidget(label(Shortcuts::message(), TextStyle::title, Theme::sand));
-    column->addWidget(label(Shortcuts::introduction(), TextStyle::body, Theme::muted));
+    column->addWidget(introduction_);
     column->addSpacing(6);
-    auto* table = new ShortcutsTable;
     if (screen()->availableGeometry().height() >= kRoomyScreen) {
-        table->setMinimumHeight(table->sizeHint().height());
+        table_->setMinimumHeight(table_->sizeHint().height());
     }
-    column->addWidget(table, 1);
+    column->addWidget(table_, 1);
     column->addSpacing(10);
     auto* done = new Button(ButtonStyle::primary, Shortcuts::button());
     done->setMinimumWidth(kLeastButton + 2 * Button::kRoom);
@@ -57,8 +57,17 @@ ShortcutsDialog::ShortcutsDialog(QWidget* parent) : DialogWindow(parent) {
     foot->addWidget(done);
     column->addLayout(foot);
     done->setFocus(Qt::OtherFocusReason);
+    setState(state);
+}
+
+void ShortcutsDialog::setState(const Shortcuts::State& state) {
+    setAccessibleDescription(Shortcuts::informativeText(state));
+    introduction_->setText(Shortcuts::introduction(state));
+    table_->setState(state);
+    const QMargins inside = layout()->contentsMargins();
+    const int wide = table_->sizeHint().width() + inside.left() + inside.right();
     const QMargins around = contentsMargins();
-    setFixedWidth(kWidth + around.left() + around.right());
+    setFixedWidth(std::max(kWidth, wide) + around.left() + around.right());
 }
 
 } // namespace velmo

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "app/Shortcuts.h"
 #include "ui/DialogWindow.h"
 
+class QLabel;
+
 namespace velmo {
+
+class ShortcutsTable;
 
 /// The window of `Shortcuts`: its message, its introduction, its table, "Listo". Goes by itself when closed; never
 /// blocks. Main thread.
@@ -10,7 +15,13 @@ class ShortcutsDialog final : public DialogWindow {
     Q_OBJECT
 
 public:
-    explicit ShortcutsDialog(QWidget* parent = nullptr);
+    explicit ShortcutsDialog(const Shortcuts::State& state, QWidget* parent = nullptr);
+
+    void setState(const Shortcuts::State& state);
+
+private:
+    QLabel* introduction_;
+    ShortcutsTable* table_;
 };
 
 } // namespace velmo

@@ -1,16 +1,17 @@
 #include "app/ShortcutsTable.h"
 
-#include "app/Shortcuts.h"
 #include "ui/Painting.h"
+#include "ui/Symbol.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QStringList>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmo {
 namespace {
@@ -22,6 +23,8 @@ constexpr int kKeyColumn = 118;
 constexpr int kCapHeight = 22;
 constexpr int kCapPadding = 8;
 constexpr int kGap = 6;
+constexpr int kNoteIcon = 13;
+constexpr int kBeforeNote = 16;
 constexpr double kStripeRadius = 8;
 constexpr double kCapRadius = 6;
 
@@ -29,32 +32,51 @@ int rowCount() {
     return static_cast<int>(Shortcuts::list.size());
 }
 
-bool isCap(const QString& token) {
-    return token.startsWith(u'⌃') || token.startsWith(u'⌥');
+double widthOf(TextStyle style, const QString& text) {
+    return std::ceil(QFontMetricsF(Type::font(style)).horizontalAdvance(text));
+}
+
+double noteWidth() {
+    return kBeforeNote + kNoteIcon + kGap + widthOf(TextStyle::caption, Shortcuts::takenNote());
 }
 
 } // namespace
 
 ShortcutsTable::ShortcutsTable(QWidget* parent) : QWidget(parent) {
     setAccessibleName(Shortcuts::message());
-    setAccessibleDescription(Shortcuts::informativeText());
+    setState({});
 }
 
-int ShortcutsTable::widestDescription() const {
-    const QFontMetrics metrics(Type::font(TextStyle::body));
-    int widest = 0;
+void ShortcutsTable::setState(Shortcuts::State state) {
+    state_ = std::move(state);
+    setAccessibleDescription(Shortcuts::informativeText(state_));
+    updateGeometry();
+    update();
+}
+
+int ShortcutsTable::keyColumn() const {
+    double widest = 0;
     for (const Shortcuts::Row& row : Shortcuts::list) {
-        widest = std::max(widest, metrics.horizontalAdvance(QString::fromUtf8(row.description)));
+        widest = std::max(widest, keys(nullptr, {}, row));
     }
-    return widest;
+    return std::max(kKeyColumn, static_cast<int>(widest) + kInset);
+}
+
+QSize ShortcutsTable::sizeWith(int rowHeight) const {
+    double widest = 0;
+    for (const Shortcuts::Row& row : Shortcuts::list) {
+        const double note = Shortcuts::isTaken(row, state_) ? noteWidth() : 0;
+        widest = std::max(widest, widthOf(TextStyle::body, QString::fromUtf8(row.description)) + note);
+    }
+    return {kInset + keyColumn() + static_cast<int>(widest) + kInset, rowCount() * rowHeight};
 }
 
 QSize ShortcutsTable::sizeHint() const {
-    return {kInset + kKeyColumn + widestDescription() + kInset, rowCount() * kRowHeight};
+    return sizeWith(kRowHeight);
 }
 
 QSize ShortcutsTable::minimumSizeHint() const {
-    return {sizeHint().width(), rowCount() * kLeastRowHeight};
+    return sizeWith(kLeastRowHeight);
 }
 
 void ShortcutsTable::paintEvent(QPaintEvent*) {
@@ -62,37 +84,53 @@ void ShortcutsTable::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const double rowHeight = static_cast<double>(height()) / rowCount();
     for (int index = 0; index < rowCount(); ++index) {
-        const Shortcuts::Row& row = Shortcuts::list[static_cast<std::size_t>(index)];
         const QRectF box(0, index * rowHeight, width(), rowHeight);
         if (index % 2 == 0) {
             Painting::roundedBox(painter, box, kStripeRadius, Theme::surface, Qt::transparent);
         }
-        paintKeys(painter, box.adjusted(kInset, 0, 0, 0), QString::fromUtf8(row.key));
-        painter.setFont(Type::font(TextStyle::body));
-        painter.setPen(Theme::sand);
-        painter.drawText(box.adjusted(kInset + kKeyColumn, 0, -kInset, 0), Qt::AlignVCenter | Qt::AlignLeft,
-                         QString::fromUtf8(row.description));
+        paintRow(painter, box, Shortcuts::list[static_cast<std::size_t>(index)]);
     }
 }
 
-void ShortcutsTable::paintKeys(QPainter& painter, const QRectF& column, const QString& keys) const {
-    const QFont capFont = Type::font(TextStyle::strong);
-    const QFont plainFont = Type::font(TextStyle::body);
-    double x = column.left();
-    for (const QString& token : keys.split(u' ', Qt::SkipEmptyParts)) {
-        const bool cap = isCap(token);
-        const QFont& font = cap ? capFont : plainFont;
-        const double textWidth = std::ceil(QFontMetricsF(font).horizontalAdvance(token));
-        const QRectF box(x, column.center().y() - kCapHeight / 2.0, textWidth + (cap ? 2 * kCapPadding : 0),
-                         kCapHeight);
-        if (cap) {
-            Painting::roundedBox(painter, box, kCapRadius, Theme::surface2, Theme::strongBorder());
-        }
-        painter.setFont(font);
-        painter.setPen(cap ? Theme::sand : Theme::muted);
-        painter.drawText(box, Qt::AlignCenter, token);
-        x = box.right() + kGap;
+void ShortcutsTable::paintRow(QPainter& painter, const QRectF& box, const Shortcuts::Row& row) const {
+    keys(&painter, box.adjusted(kInset, 0, 0, 0), row);
+    QRectF place = box.adjusted(kInset + keyColumn(), 0, -kInset, 0);
+    const bool taken = Shortcuts::isTaken(row, state_);
+    painter.setFont(Type::font(TextStyle::body));
+    painter.setPen(taken ? Theme::muted : Theme::sand);
+    painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft, QString::fromUtf8(row.description));
+    if (!taken) {
+        return;
     }
+    place.setLeft(place.right() - noteWidth() + kBeforeNote);
+    Symbol::paint(painter, QRectF(place.left(), place.top(), kNoteIcon, place.height()),
+                  QStringLiteral("exclamationmark.triangle"), kNoteIcon, Theme::gold);
+    painter.setFont(Type::font(TextStyle::caption));
+    painter.setPen(Theme::gold);
+    painter.drawText(place, Qt::AlignVCenter | Qt::AlignRight, Shortcuts::takenNote());
+}
+
+double ShortcutsTable::keys(QPainter* painter, const QRectF& column, const Shortcuts::Row& row) const {
+    const bool taken = Shortcuts::isTaken(row, state_);
+    double x = column.left();
+    for (const QString& token : QString::fromUtf8(row.key).split(u' ', Qt::SkipEmptyParts)) {
+        const bool cap = token.startsWith(u'⌃') || token.startsWith(u'⌥');
+        const TextStyle style = cap ? TextStyle::strong : TextStyle::body;
+        const QString text = shortcutText(token, state_.modifier);
+        const QRectF box(x, column.center().y() - kCapHeight / 2.0, widthOf(style, text) + (cap ? 2 * kCapPadding : 0),
+                         kCapHeight);
+        x = box.right() + kGap;
+        if (painter == nullptr) {
+            continue;
+        }
+        if (cap) {
+            Painting::roundedBox(*painter, box, kCapRadius, Theme::surface2, Theme::strongBorder());
+        }
+        painter->setFont(Type::font(style));
+        painter->setPen(cap && !taken ? Theme::sand : Theme::muted);
+        painter->drawText(box, Qt::AlignCenter, text);
+    }
+    return x - kGap - column.left();
 }
 
 } // namespace velmo

@@ -25,11 +25,12 @@ std::vector<StatusMenuEntry> activeMenu(State state) {
             entry("Descartar", ShellAction::discard)};
 }
 
-std::vector<StatusMenuEntry> restingMenu(bool quadrelAvailable) {
-    std::vector<StatusMenuEntry> menu{entry("Nueva grabación…", ShellAction::openSetup),
-                                      entry("Grabar ahora  ⌃G", ShellAction::startNow),
-                                      {},
-                                      entry("Abrir biblioteca", ShellAction::openLibrary)};
+std::vector<StatusMenuEntry> restingMenu(bool quadrelAvailable, ShortcutModifier modifier) {
+    std::vector<StatusMenuEntry> menu{
+        entry("Nueva grabación…", ShellAction::openSetup),
+        {shortcutText(QStringLiteral("Grabar ahora  ⌃G"), modifier), ShellAction::startNow},
+        {},
+        entry("Abrir biblioteca", ShellAction::openLibrary)};
     if (quadrelAvailable) {
         menu.push_back(entry("Abrir Velmo Quadrel", ShellAction::openQuadrel));
     }
@@ -44,11 +45,12 @@ std::vector<StatusMenuEntry> restingMenu(bool quadrelAvailable) {
 
 } // namespace
 
-StatusItemModel::Update StatusItemModel::update(State state, double elapsed, bool quadrelAvailable) {
+StatusItemModel::Update StatusItemModel::update(State state, double elapsed, bool quadrelAvailable,
+                                                ShortcutModifier modifier) {
     Update update{look(state, elapsed), std::nullopt};
-    if (menuState_ != state) {
-        menuState_ = state;
-        update.menu = menu(state, quadrelAvailable);
+    if (const auto now = std::pair(state, modifier); menuState_ != now) {
+        menuState_ = now;
+        update.menu = menu(state, quadrelAvailable, modifier);
     }
     return update;
 }
@@ -64,8 +66,8 @@ StatusItemLook StatusItemModel::look(State state, double elapsed) {
             QStringLiteral(" ") + Format::duration(elapsed), StatusImagePosition::leading};
 }
 
-std::vector<StatusMenuEntry> StatusItemModel::menu(State state, bool quadrelAvailable) {
-    return isActive(state) ? activeMenu(state) : restingMenu(quadrelAvailable);
+std::vector<StatusMenuEntry> StatusItemModel::menu(State state, bool quadrelAvailable, ShortcutModifier modifier) {
+    return isActive(state) ? activeMenu(state) : restingMenu(quadrelAvailable, modifier);
 }
 
 } // namespace velmo

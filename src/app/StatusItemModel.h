@@ -2,10 +2,12 @@
 
 #include "app/ShellAction.h"
 #include "session/RecorderController.h"
+#include "settings/ShortcutModifier.h"
 
 #include <QString>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace velmo {
@@ -32,8 +34,8 @@ struct StatusMenuEntry {
     friend bool operator==(const StatusMenuEntry&, const StatusMenuEntry&) = default;
 };
 
-/// What the status item shows of the session, and when its menu is built anew: at a change of state, never for the
-/// clock. Holds no widget. Main thread.
+/// What the status item shows of the session, and when its menu is built anew: at a change of state or of the
+/// keys' modifier, never for the clock. Holds no widget. Main thread.
 class StatusItemModel {
 public:
     using State = RecorderController::State;
@@ -44,13 +46,15 @@ public:
     };
 
     /// `elapsed` in seconds. `quadrelAvailable` counts only when the menu is built.
-    Update update(State state, double elapsed, bool quadrelAvailable);
+    Update update(State state, double elapsed, bool quadrelAvailable,
+                  ShortcutModifier modifier = ShortcutModifier::control);
 
     static StatusItemLook look(State state, double elapsed);
-    static std::vector<StatusMenuEntry> menu(State state, bool quadrelAvailable);
+    static std::vector<StatusMenuEntry> menu(State state, bool quadrelAvailable,
+                                             ShortcutModifier modifier = ShortcutModifier::control);
 
 private:
-    std::optional<State> menuState_; ///< for which the menu was last built
+    std::optional<std::pair<State, ShortcutModifier>> menuState_; ///< for which the menu was last built
 };
 
 } // namespace velmo

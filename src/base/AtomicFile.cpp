@@ -8,16 +8,11 @@
 #include <fcntl.h>
 #include <stdlib.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace velmo {
 
 namespace {
-
-Error posixError(int number) {
-    return {kPosixErrorDomain, number, std::generic_category().message(number)};
-}
 
 bool writeAll(int descriptor, std::string_view content) {
     while (!content.empty()) {
@@ -40,18 +35,18 @@ int writeDurably(int descriptor, const std::filesystem::path& replaced, std::str
     return writeAll(descriptor, content) && ::fsync(descriptor) == 0 ? 0 : errno;
 }
 
+std::filesystem::path folderOf(const std::filesystem::path& file) {
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+} // namespace
+
 void syncFolder(const std::filesystem::path& folder) {
     const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.number() >= 0) {
         ::fsync(descriptor.number());
     }
 }
-
-std::filesystem::path folderOf(const std::filesystem::path& file) {
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-}
-
-} // namespace
 
 Result<void> writeFileAtomically(const std::filesystem::path& file, std::string_view content) {
     std::error_code ignored;

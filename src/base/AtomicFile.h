@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/PosixError.h"
 #include "base/Result.h"
 
 #include <filesystem>
@@ -21,7 +22,8 @@ Result<std::string> readWholeFile(const std::filesystem::path& file);
 /// Used for files that cannot be read, before a new one takes their place.
 Result<std::filesystem::path> keepDamagedFileAside(const std::filesystem::path& file);
 
-/// Domain of errors whose code is an errno.
-inline constexpr const char* kPosixErrorDomain = "POSIX";
+/// Sees to it that names made, changed or taken away in `folder` have reached the disk. Blocks on the disk; a file
+/// system that cannot do that is left alone.
+void syncFolder(const std::filesystem::path& folder);
 
 } // namespace velmo

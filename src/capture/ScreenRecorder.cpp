@@ -34,6 +34,10 @@ void ScreenRecorder::resume() {
     session_->resume();
 }
 
+void ScreenRecorder::noteMark(RecordingMark mark) {
+    session_->noteMark(std::move(mark));
+}
+
 void ScreenRecorder::stop(StopCompletion completion) {
     session_->stop(std::move(completion));
 }

@@ -5,6 +5,7 @@
 #include "capture/ClickSuppressor.h"
 #include "capture/RecorderServices.h"
 #include "compositor/ZoomProcessor.h"
+#include "media/RecordingMark.h"
 #include "platform/ScreenCapture.h"
 
 #include <filesystem>
@@ -53,6 +54,9 @@ public:
     /// The time in between is cut out of the file. Calling either twice changes nothing.
     void pause();
     void resume();
+
+    /// A mark that the recording is to have also when this process does not live to save it.
+    void noteMark(RecordingMark mark);
 
     /// Ends the recording; completes with the finished file. Errors: the writer's own, or `RecorderError::noFrames`
     /// when no picture came, and then there is no file. Asked again it gives the same answer.

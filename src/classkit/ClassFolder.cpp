@@ -15,6 +15,7 @@ namespace velmo {
 namespace {
 
 constexpr const char* kFolderSuffix = " · material";
+constexpr const char* kPartSuffix = ".velmo-parte"; ///< of a folder that is not whole yet
 constexpr const char* kRecordName = ".clase.json";
 constexpr const char* kMaterialName = "Material";
 
@@ -54,6 +55,20 @@ std::map<QUuid, QString> copyMaterial(const std::vector<KitItem>& items, const s
     return copied;
 }
 
+/// An empty hidden folder in which the one of that name is put together. What a process that was killed has left there
+/// goes. Without room for such a name it is put together where it belongs.
+std::filesystem::path freshPlaceFor(const std::filesystem::path& target) {
+    const std::filesystem::path place = target.parent_path() / ("." + target.filename().native() + kPartSuffix);
+    std::error_code failure;
+    std::filesystem::remove_all(place, failure);
+    std::filesystem::create_directories(place, failure);
+    if (!failure) {
+        return place;
+    }
+    std::filesystem::create_directories(target, failure);
+    return target;
+}
+
 std::optional<ClassData> readRecord(const std::filesystem::path& folder) {
     const auto json = readWholeFile(folder / kRecordName);
     return json ? ClassData::fromJson(QByteArray::fromStdString(json.value())) : std::nullopt;
@@ -78,13 +93,17 @@ std::optional<std::filesystem::path> ClassKit::writeFolder(const std::filesystem
         return std::nullopt;
     }
     const std::filesystem::path target = folder(video);
-    std::error_code ignored;
-    std::filesystem::create_directories(target, ignored);
+    const std::filesystem::path place = isThere(target) ? target : freshPlaceFor(target);
     ClassData data{QString::fromStdString(video.filename().native()), items, chapters, {}};
     if (copyFiles) {
-        data.copied = copyMaterial(items, target);
+        data.copied = copyMaterial(items, place);
     }
-    writeFiles(data, target);
+    writeFiles(data, place);
+    if (place != target) {
+        std::error_code ignored;
+        std::filesystem::rename(place, target, ignored);
+        syncFolder(target.parent_path());
+    }
     return target;
 }
 
@@ -95,11 +114,21 @@ void ClassKit::renameFolder(const std::filesystem::path& from, const std::filesy
     }
     std::error_code failure;
     std::filesystem::rename(folder(from), target, failure);
-    auto record = failure ? std::nullopt : readRecord(target);
-    if (record) {
-        record->video = QString::fromStdString(to.filename().native());
-        writeFiles(*record, target);
+    if (!failure) {
+        renewFolder(to);
     }
+}
+
+void ClassKit::renewFolder(const std::filesystem::path& video) {
+    if (auto record = readRecord(folder(video))) {
+        record->video = QString::fromStdString(video.filename().native());
+        writeFiles(*record, folder(video));
+    }
+}
+
+std::optional<std::vector<Chapter>> ClassKit::chaptersOf(const std::filesystem::path& video) {
+    auto record = readRecord(folder(video));
+    return record ? std::optional(std::move(record->chapters)) : std::nullopt;
 }
 
 void ClassKit::trimChapters(const std::filesystem::path& video, double start, double end) {

@@ -53,14 +53,19 @@ public:
 
     /// The class folder that belongs to `video`, whether or not it exists: its name without extension + " · material".
     static std::filesystem::path folder(const std::filesystem::path& video);
-    /// Makes the class folder with its record, its pages and, if wanted, copies of the files. Absent, and nothing
-    /// made, without items and chapters.
+    /// Makes the class folder with its record, its pages and, if wanted, copies of the files. It comes under its name
+    /// when it is whole. Absent, and nothing made, without items and chapters.
     static std::optional<std::filesystem::path> writeFolder(const std::filesystem::path& video,
                                                             const std::vector<KitItem>& items,
                                                             const std::vector<Chapter>& chapters, bool copyFiles);
     /// Lets the class folder follow a video that was renamed. Does nothing without a folder under the old name or
     /// with one under the new; a record that cannot be read moves as it is.
     static void renameFolder(const std::filesystem::path& from, const std::filesystem::path& to);
+    /// Writes the record and the pages of a class folder again, for the name that the video has now. Does nothing
+    /// without a record that can be read.
+    static void renewFolder(const std::filesystem::path& video);
+    /// The chapters in the record of a video's class folder; absent without one that can be read.
+    static std::optional<std::vector<Chapter>> chaptersOf(const std::filesystem::path& video);
     /// Keeps the chapters from `start` to `end`, both in seconds and included, and counts their times from `start`.
     static void trimChapters(const std::filesystem::path& video, double start, double end);
     /// The lines of time and title that video platforms read as chapters, from "00:00 Inicio" on. A chapter that does

@@ -109,6 +109,16 @@ public:
     /// distances are from the middle of the unit. The pointer bubble is drawn with its middle at its place, to a
     /// fraction of a pixel, and laid over, code value by code value; a chroma unit takes the mean of the four pixels
     /// that it covers.
+    ///
+    /// The law of bubbles. A point of the screen is as many pixels as the frame is wide for each point of the screen's
+    /// width, on both axes, whatever the zoom. In the order of the list, a window with a picture has it scaled into its
+    /// rectangle, bilinear, and laid over with its own alpha; a pixel that the rectangle covers in part has it in that
+    /// part. A bubble without a picture shows the unzoomed screen in its shape, the whole pixels around it, and a label
+    /// likewise as a pill; nothing of at most 4 pixels.
+    ///
+    /// The law of the column. It is a fifth of the frame, and slides in from its side by e = t * t * (3 - 2t). The
+    /// picture, bubbles and all, shrinks to 1 - width / W * e beside it, over a dark ground; the camera fills it. The
+    /// name tag stands in its middle, at whole pixels.
     std::optional<Sample> render(const FrameRef& source, MediaTime time, MediaTime duration);
 
     /// A sample of an untouched picture. Absent without one. Any thread.

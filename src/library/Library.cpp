@@ -1,10 +1,12 @@
 #include "library/Library.h"
 
 #include "base/AppName.h"
+#include "base/AtomicFile.h"
 #include "classkit/ClassKit.h"
 #include "library/internal/FolderScan.h"
 #include "library/internal/MoveFile.h"
 #include "library/internal/RecordingName.h"
+#include "media/RecordingJournal.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -53,9 +55,10 @@ std::optional<double> readDuration(const AssetInspector& inspector, const std::f
 } // namespace
 
 Library::Library(std::filesystem::path folder, Services services)
-    : folder_(std::move(folder)), services_(std::move(services)), metadataFile_(folder_) {
+    : folder_(std::move(folder)), services_(std::move(services)), metadataFile_(folder_), renameIntent_(folder_) {
     createFolder();
     meta_ = metadataFile_.load();
+    completeRename();
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &Library::folderChanged);
     reload();
 }
@@ -210,13 +213,17 @@ std::filesystem::path Library::newRecordingURL() {
     return candidate;
 }
 
-void Library::add(const std::filesystem::path& url, double duration, const std::vector<double>& markers,
+bool Library::add(const std::filesystem::path& url, double duration, const std::vector<double>& markers,
                   const QStringList& titles) {
     meta_[url.filename().native()] = {duration, markers, titles.isEmpty() ? std::nullopt : std::optional(titles),
                                       std::nullopt};
-    metadataFile_.save(meta_);
+    const bool saved = metadataFile_.save(meta_);
+    if (saved) {
+        removeJournal(url);
+    }
     reload();
     setFocus(url);
+    return saved;
 }
 
 void Library::setDriveLink(const QString& link, const std::filesystem::path& url) {
@@ -235,22 +242,47 @@ Result<std::filesystem::path> Library::rename(const Recording& recording, const 
         return from;
     }
     const std::filesystem::path to = folder_ / (name.toStdString() + from.extension().native());
+    renameIntent_.save({from.filename().native(), to.filename().native()});
     if (const auto moved = internal::moveVideo(from, to); !moved) {
+        renameIntent_.remove();
         return moved.error();
     }
-    ClassKit::renameFolder(from, to);
-
-    meta_.erase(to.filename().native());
-    if (auto entry = meta_.extract(from.filename().native())) {
-        entry.key() = to.filename().native();
-        meta_.insert(std::move(entry));
-    }
-    metadataFile_.save(meta_);
+    meta_.erase(to.filename().native()); // of a file that has gone
+    followRename(from, to);
     if (auto image = thumbnails_.extract(from)) {
         thumbnails_[to] = std::move(image.mapped());
     }
     reload();
     return to;
+}
+
+/// What belongs to a video that has been moved. Doing it again changes nothing.
+void Library::followRename(const std::filesystem::path& from, const std::filesystem::path& to) {
+    syncFolder(folder_);
+    ClassKit::renameFolder(from, to);
+    if (auto entry = meta_.extract(from.filename().native())) {
+        meta_.insert_or_assign(to.filename().native(), std::move(entry.mapped()));
+    }
+    if (metadataFile_.save(meta_)) {
+        renameIntent_.remove();
+    }
+}
+
+/// A rename that was cut short: the video has its new name, the rest may not.
+void Library::completeRename() {
+    const auto intent = renameIntent_.load();
+    if (!intent) {
+        return;
+    }
+    const std::filesystem::path from = folder_ / intent->from;
+    const std::filesystem::path to = folder_ / intent->to;
+    std::error_code ignored;
+    if (std::filesystem::exists(to, ignored) && !std::filesystem::exists(from, ignored)) {
+        followRename(from, to);
+        ClassKit::renewFolder(to); // it may have its name, but not yet the record and the pages that go with it
+    } else {
+        renameIntent_.remove();
+    }
 }
 
 Result<void> Library::trash(const Recording& recording) {

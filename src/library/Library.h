@@ -4,6 +4,7 @@
 #include "base/SerialQueue.h"
 #include "library/Recording.h"
 #include "library/internal/MetadataFile.h"
+#include "library/internal/RenameIntent.h"
 #include "media/AssetInspector.h"
 #include "media/PixelBuffer.h"
 #include "platform/FileActions.h"
@@ -69,8 +70,9 @@ public:
     void reload();
     /// A name for the next recording under which no file exists.
     std::filesystem::path newRecordingURL();
-    /// Enters a finished recording and sets the focus to it. `titles` by index into `markers`.
-    void add(const std::filesystem::path& url, double duration, const std::vector<double>& markers,
+    /// Enters a finished recording and sets the focus to it. `titles` by index into `markers`. True when the disk has
+    /// it too; the recording's journal then goes.
+    bool add(const std::filesystem::path& url, double duration, const std::vector<double>& markers,
              const QStringList& titles);
     void setDriveLink(const QString& link, const std::filesystem::path& url);
 
@@ -92,6 +94,8 @@ signals:
     void focusChanged();
 
 private:
+    void followRename(const std::filesystem::path& from, const std::filesystem::path& to);
+    void completeRename();
     void watchFolder();
     void folderChanged();
     bool createFolder() const;
@@ -109,6 +113,7 @@ private:
     std::map<std::filesystem::path, FrameRef> thumbnails_;
     std::optional<std::filesystem::path> focus_;
     internal::MetadataFile metadataFile_;
+    internal::RenameIntentFile renameIntent_;
     internal::MetaByName meta_;
     std::set<std::filesystem::path> loadingThumbs_;
     std::set<std::filesystem::path> loadingDurations_;

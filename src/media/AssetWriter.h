@@ -2,6 +2,7 @@
 
 #include "base/MediaTime.h"
 #include "base/Result.h"
+#include "media/RecordingMark.h"
 #include "media/Sample.h"
 
 #include <filesystem>
@@ -10,6 +11,10 @@
 #include <optional>
 
 namespace velmo {
+
+/// Domain of errors of media files. Codes below the first own one are the system's numbers: what the disk did.
+inline constexpr const char* kMediaErrorDomain = "velmo.media";
+inline constexpr int kFirstMediaError = 1001;
 
 /// H.264 High, no frame reordering, Rec. 709 tags. Sizes in pixels, rates per second.
 struct VideoSettings {
@@ -42,8 +47,9 @@ public:
 };
 
 /// Writes one file. Inputs are added first, then `startWriting`, `startSession`, samples, `finishWriting`.
-/// The file grows as samples come; finishing does not copy it. The destructor ends all threads of the writer; it may
-/// run on any thread but the writer's own, and leaves the file of an unfinished recording where it is.
+/// The file grows as samples come and can be made whole at any moment; finishing does not copy it. The destructor ends
+/// all threads of the writer; it may run on any thread but the writer's own, and leaves the file of an unfinished
+/// recording where it is.
 class AssetWriter {
 public:
     virtual ~AssetWriter() = default;
@@ -70,6 +76,11 @@ public:
     /// Encodes what is left and closes the file; `completion` is called once, on a thread of the writer's.
     /// The status is then `completed` or `failed`.
     virtual void finishWriting(std::function<void()> completion) = 0;
+    /// For the case that this process does not live to finish the file: a mark that was made, and how long the
+    /// recording is by now, counted from the session's start, also when no sample came for a while. While writing, on
+    /// the thread that appends; returns at once.
+    virtual void noteMark(const RecordingMark& mark) = 0;
+    virtual void noteProgress(MediaTime time) = 0;
     virtual const std::filesystem::path& outputPath() const = 0;
 };
 

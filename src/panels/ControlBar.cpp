@@ -115,12 +115,11 @@ void ControlBar::build() {
     addButtons(*row);
     row->addStretch();
     row->addItem(gap(10));
-    auto* finish = new Button(ButtonStyle::finish, QStringLiteral("Terminar"));
-    finish->setSymbol(QStringLiteral("stop.fill"));
-    finish->setToolTip(QStringLiteral("Terminar y guardar (⌃G)"));
-    finish->setAccessibleName(QStringLiteral("Terminar y guardar"));
-    connect(finish, &Button::clicked, this, [this] { recorder_.stop(); });
-    row->addWidget(finish);
+    finish_ = new Button(ButtonStyle::finish, QStringLiteral("Terminar"));
+    finish_->setSymbol(QStringLiteral("stop.fill"));
+    finish_->setAccessibleName(QStringLiteral("Terminar y guardar"));
+    connect(finish_, &Button::clicked, this, [this] { recorder_.stop(); });
+    row->addWidget(finish_);
 }
 
 void ControlBar::addButtons(QHBoxLayout& row) {
@@ -174,7 +173,7 @@ void ControlBar::openMenu(const BarControl& control, QPoint place) {
     auto* menu = new PopupMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const BarControl::MenuEntry& entry : control.entries(state())) {
-        const QString text = entry.key.isEmpty() ? entry.title : entry.title + QLatin1Char('\t') + entry.key;
+        const QString text = entry.key.isEmpty() ? entry.title : entry.title + QLatin1Char('\t') + inKeys(entry.key);
         QAction* const action = menu->addAction(text);
         if (!entry.symbol.isEmpty()) {
             const QColor& ink = entry.current ? Theme::sky : Theme::muted;
@@ -220,10 +219,16 @@ void ControlBar::refresh() {
     }
     zoom_->setVisible(usesScreen(now.mode) && now.zoomOn);
     zoom_->setLevel(recorder_.zoomLevelNow());
+    finish_->setToolTip(inKeys(QStringLiteral("Terminar y guardar (⌃G)")));
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         showButton(i, now);
     }
     fit_.start();
+}
+
+/// A text in the keys that the user has chosen.
+QString ControlBar::inKeys(const QString& text) const {
+    return shortcutText(text, parts_.prefs.shortcutModifier);
 }
 
 void ControlBar::showButton(std::size_t index, const BarState& state) {
@@ -233,7 +238,7 @@ void ControlBar::showButton(std::size_t index, const BarState& state) {
     button.setVisible(control.shown(state));
     button.setSymbol(face.symbol);
     button.setText(tightness_ < Tightness::iconsOnly ? face.label : QString());
-    button.setToolTip(face.help);
+    button.setToolTip(inKeys(face.help));
     button.setAccessibleName(nameOfHelp(face.help));
     button.setCheckable(face.lit);
     button.setChecked(face.lit);

@@ -64,6 +64,7 @@ private:
     Button* makeButton(const BarControl& control);
     void addLine(QHBoxLayout& row, int group);
     BarState state() const;
+    QString inKeys(const QString& text) const;
     void showButton(std::size_t index, const BarState& state);
     void showClock();
     void press(const BarControl& control, Button& button);
@@ -77,6 +78,7 @@ private:
     QWidget* row_ = nullptr;
     RecordingDot* dot_ = nullptr;
     ClockLabel* clock_ = nullptr;
+    Button* finish_ = nullptr;
     LevelColumns* level_ = nullptr;
     ZoomGroup* zoom_ = nullptr;
     std::vector<Button*> buttons_;   // one for each of barControls()

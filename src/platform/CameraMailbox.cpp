@@ -47,12 +47,11 @@ void CameraMailbox::take() {
         const std::lock_guard guard(lock_);
         awake_ = false;
         picture = std::exchange(picture_, std::nullopt);
-        if (!open_) {
-            return;
-        }
         reason = reason_;
-        open_ = !reason;
-        calling_ = true;
+        open_ = open_ && !reason;
+    }
+    if (!gate_.enter()) {
+        return;
     }
     if (picture) {
         handlers_.picture(*picture);
@@ -60,23 +59,17 @@ void CameraMailbox::take() {
     if (reason) {
         handlers_.ended(*reason);
     }
-    picture.reset();
-    {
-        const std::lock_guard guard(lock_);
-        calling_ = false;
-    }
-    idle_.notify_all();
+    gate_.leave();
 }
 
 void CameraMailbox::shut() {
     std::optional<Sample> late;
-    std::unique_lock guard(lock_);
-    open_ = false;
-    late = std::exchange(picture_, std::nullopt);
-    if (!queue_.isCurrent()) {
-        idle_.wait(guard, [this] { return !calling_; });
+    {
+        const std::lock_guard guard(lock_);
+        open_ = false;
+        late = std::exchange(picture_, std::nullopt);
     }
-    guard.unlock();
+    gate_.closeAndWait();
 }
 
 } // namespace velmo

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/CallGate.h"
 #include "platform/CameraCapture.h"
 
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -28,14 +28,13 @@ private:
 
     SerialQueue& queue_;
     const CameraHandlers handlers_;
+    CallGate gate_;
     std::mutex lock_;
-    std::condition_variable idle_;
     // protected by lock_
     std::optional<Sample> picture_;
     std::optional<Error> reason_;
     bool open_ = true;
     bool awake_ = false; // a task is on its way to the queue
-    bool calling_ = false;
 };
 
 } // namespace velmo

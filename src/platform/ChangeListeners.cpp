@@ -1,5 +1,7 @@
 #include "platform/ChangeListeners.h"
 
+#include "platform/CallGate.h"
+
 #include <algorithm>
 #include <mutex>
 #include <utility>
@@ -10,21 +12,7 @@ namespace velmo {
 namespace {
 
 struct Listener {
-    explicit Listener(std::function<void()> call) : changed(std::move(call)) {}
-
-    void tell() {
-        const std::lock_guard guard(calling);
-        if (changed) {
-            changed();
-        }
-    }
-    void leave() {
-        const std::lock_guard guard(calling);
-        changed = nullptr;
-    }
-
-    // Held through a call, so that leaving waits for it. It guards this one listener's own call and nothing else.
-    std::recursive_mutex calling;
+    CallGate gate;
     std::function<void()> changed;
 };
 
@@ -40,7 +28,8 @@ ChangeListeners::ChangeListeners() : core_(std::make_shared<Core>()) {}
 ChangeListeners::~ChangeListeners() = default;
 
 std::shared_ptr<void> ChangeListeners::add(std::function<void()> changed) {
-    auto listener = std::make_shared<Listener>(std::move(changed));
+    auto listener = std::make_shared<Listener>();
+    listener->changed = std::move(changed);
     {
         const std::lock_guard guard(core_->lock);
         core_->listeners.push_back(listener);
@@ -51,7 +40,7 @@ std::shared_ptr<void> ChangeListeners::add(std::function<void()> changed) {
                     const std::lock_guard guard(core->lock);
                     std::erase(core->listeners, listener);
                 }
-                listener->leave();
+                listener->gate.closeAndWait();
             }};
 }
 
@@ -62,7 +51,10 @@ void ChangeListeners::tell() {
         listeners = core_->listeners;
     }
     for (const auto& listener : listeners) {
-        listener->tell();
+        if (listener->gate.enter()) {
+            listener->changed();
+            listener->gate.leave();
+        }
     }
 }
 

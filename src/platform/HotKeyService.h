@@ -7,8 +7,8 @@ namespace velmo {
 
 /// Keys that work whichever application is in front. Main thread.
 ///
-/// Key codes are virtual key codes of the ANSI layout (by place, not by letter); modifiers are their mask,
-/// of which this program uses 4096, Control.
+/// Key codes are virtual key codes of the ANSI layout (by place, not by letter); modifiers are the sum of
+/// their masks: 256 Super, 512 Shift, 2048 Alt, 4096 Control.
 class HotKeyService {
 public:
     using Status = int; ///< 0 is success; anything else is the system's own number

@@ -29,6 +29,8 @@ public:
     virtual ~DiskSpace() = default;
     /// Bytes that a user's file can still take on the volume of `path`; absent when it cannot be read.
     virtual std::optional<std::int64_t> available(const std::filesystem::path& path) const = 0;
+    /// Bytes in a file; absent when it cannot be read.
+    virtual std::optional<std::int64_t> size(const std::filesystem::path& file) const = 0;
 };
 
 } // namespace velmo

@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "compositor/BubbleInfo.h"
 #include "media/PixelBuffer.h"
+#include "media/RecordingMark.h"
 #include "platform/ScreenCapture.h"
 #include "settings/NameTag.h"
 
@@ -69,6 +70,8 @@ public:
     /// To be called with the host-clock seconds of each movement of a mouse button. Any thread, also when the recorder
     /// has gone: it then does nothing.
     virtual std::function<void(double time)> clickNoter() = 0;
+    /// A mark that the recording is to have also when this process does not live to save it.
+    virtual void noteMark(RecordingMark mark) = 0;
     /// To be called with each picture of the camera for the column. Any thread, also when the recorder has gone: it
     /// then does nothing.
     virtual std::function<void(FrameRef)> cameraFrames() = 0;

@@ -43,6 +43,10 @@ void RecorderController::addChapter(const QString& title, std::optional<QString>
 /// Both lists always have the same length.
 void RecorderController::mark(const QString& title, std::optional<QString> location, double time) {
     markers_.push_back(time);
+    if (recorder_) {
+        recorder_->noteMark(
+            {time, title.toStdString(), location ? std::optional(location->toStdString()) : std::nullopt});
+    }
     chapters_.push_back({time, title, std::move(location)});
 }
 

@@ -5,6 +5,7 @@
 #include "classkit/Chapter.h"
 #include "platform/InputMonitors.h"
 #include "session/CaptureTarget.h"
+#include "session/DiskGuard.h"
 #include "session/Scene.h"
 #include "session/SessionServices.h"
 
@@ -219,6 +220,10 @@ private:
     std::optional<double> microphoneLevel() const;
     void setRegion(bool on);
 
+    // SessionDisk.cpp
+    void startDiskWatch();
+    void checkDisk();
+
     // Scenes.cpp
     void watchPresenter();
     void settleScene();
@@ -269,6 +274,9 @@ private:
     double accumulated_ = 0;
     std::optional<double> segmentStart_;
     std::unique_ptr<MainTimer> ticker_;
+    std::unique_ptr<MainTimer> diskTimer_;
+    DiskGuard diskGuard_;
+    std::optional<QString> endedBy_; ///< what the disk did, when that ends the recording
     std::optional<Screen> recordingScreen_;
     std::map<int, CaptureWindow> overlayWindows_;
     std::map<int, Size> overlaySizes_;

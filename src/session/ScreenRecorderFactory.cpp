@@ -54,6 +54,7 @@ public:
             }
         };
     }
+    void noteMark(RecordingMark mark) override { recorder_.noteMark(std::move(mark)); }
     std::function<void(FrameRef)> cameraFrames() override {
         return [zoom = recorder_.sharedZoom()](FrameRef frame) {
             if (const auto processor = zoom.lock()) {

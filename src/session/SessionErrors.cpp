@@ -1,5 +1,6 @@
 #include "session/SessionErrors.h"
 
+#include "media/AssetWriter.h"
 #include "platform/ScreenCapture.h"
 
 #include <QString>
@@ -17,6 +18,10 @@ bool isPermissionError(const Error& error) {
     const QString text = QString::fromStdString(error.text).toLower();
     return std::any_of(kWords.begin(), kWords.end(),
                        [&](const char* word) { return text.contains(QLatin1String(word)); });
+}
+
+bool isDiskError(const Error& error) {
+    return error.domain == kMediaErrorDomain && error.code < kFirstMediaError;
 }
 
 Error unansweredError() {

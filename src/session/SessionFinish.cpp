@@ -1,3 +1,4 @@
+#include "media/RecordingJournal.h"
 #include "session/MainThreadResult.h"
 #include "session/RecorderController.h"
 #include "session/SessionErrors.h"
@@ -29,6 +30,7 @@ struct RecorderController::Saved {
     std::vector<Chapter> chapters;
     std::vector<double> markers;
     double duration = 0;
+    std::optional<QString> endedBy; ///< what of the disk, when not the user
 };
 
 void RecorderController::stop() {
@@ -40,6 +42,7 @@ void RecorderController::stop() {
     saved->duration = recordedSeconds();
     saved->chapters = chapters_;
     saved->markers = markers_;
+    saved->endedBy = std::exchange(endedBy_, std::nullopt);
     if (surfaces_.classKit != nullptr) {
         saved->items = surfaces_.classKit->items();
         saved->copyFiles = surfaces_.classKit->copyFiles();
@@ -82,6 +85,10 @@ RecorderController::Task RecorderController::save(Saved saved) {
     }
     services_.library.add(saved.url, saved.duration, saved.markers, titles);
     tell(surfaces_.libraryWindow, &LibraryWindowPort::show, saved.url);
+    if (saved.endedBy) {
+        co_await inform("La grabación se detuvo",
+                        *saved.endedBy + QStringLiteral(" Todo lo que grabaste hasta ahí está guardado."));
+    }
 }
 
 QCoro::Task<Result<std::filesystem::path>> RecorderController::stopCapture() {
@@ -120,6 +127,7 @@ RecorderController::Task RecorderController::runDiscard(std::optional<std::files
     }
     if (url) {
         removeFile(*url);
+        removeJournal(*url); // last: what a journal without a video leaves is nothing
     }
     finish(keepPreview);
     then();
@@ -132,6 +140,7 @@ void RecorderController::finish(bool keepPreview) {
     fileURL_.reset();
     recordingScreen_.reset();
     ticker_.reset();
+    diskTimer_.reset();
     segmentStart_.reset();
     tell(surfaces_.controlBar, &ControlBarPort::hide);
     tell(surfaces_.kitPanel, &KitPanelPort::hide);

@@ -257,15 +257,18 @@ CaptureRecorder::Request RecorderController::captureRequest(const CapturePlan& p
 std::unique_ptr<CaptureRecorder> RecorderController::makeRecorder() {
     std::unique_ptr<CaptureRecorder> recorder = services_.recorders.makeRecorder();
     const unsigned capture = ++captures_;
-    recorder->setOnStop([this, life = Life(life_), capture](const std::optional<Error>&) {
+    recorder->setOnStop([this, life = Life(life_), capture](const std::optional<Error>& error) {
         QCoreApplication* const application = QCoreApplication::instance();
         if (application == nullptr) {
             return;
         }
         QMetaObject::invokeMethod(
             application,
-            [this, life, capture] {
+            [this, life, capture, error] {
                 if (!life.expired() && capture == captures_ && isActive()) {
+                    if (error && isDiskError(*error)) {
+                        endedBy_ = QString::fromStdString(error->text);
+                    }
                     stop();
                 }
             },
@@ -338,6 +341,7 @@ void RecorderController::startClock() {
     publish(elapsed_, 0.0, &RecorderController::elapsedChanged);
     setState(State::recording);
     startTicker();
+    startDiskWatch();
 }
 
 } // namespace velmo

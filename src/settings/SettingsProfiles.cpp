@@ -73,8 +73,8 @@ QStringList sortedNames(const QJsonObject& profiles) {
 
 } // namespace
 
-SettingsProfiles::SettingsProfiles(DefaultsStore& store, std::function<void()> applied)
-    : store_(store), applied_(std::move(applied)), names_(sortedNames(stored())), current_(store.text(kCurrentKey)) {
+SettingsProfiles::SettingsProfiles(DefaultsStore& store, std::function<void()> reload)
+    : store_(store), reload_(std::move(reload)), names_(sortedNames(stored())), current_(store.text(kCurrentKey)) {
     if (current_ && !names_.contains(*current_)) {
         current_.reset();
     }
@@ -133,11 +133,12 @@ void SettingsProfiles::apply(const QString& name) {
         }
     }
     store_.setAll(values);
-    if (applied_) {
-        applied_();
+    if (reload_) {
+        reload_();
     }
     setCurrent(name);
     emit changed();
+    emit applied();
 }
 
 void SettingsProfiles::remove(const QString& name) {

@@ -22,9 +22,9 @@ class SettingsProfiles final : public QObject {
     Q_OBJECT
 
 public:
-    /// `store` is borrowed and must outlive this object. `applied` is called once the values of a profile are in the
-    /// store, before the profile is current: it brings up to date whoever has read them already.
-    SettingsProfiles(DefaultsStore& store, std::function<void()> applied);
+    /// `store` is borrowed and must outlive this object. `reload` is called once the values of a profile are in the
+    /// store, before the profile is current: it brings up to date whoever has read them already. May be empty.
+    SettingsProfiles(DefaultsStore& store, std::function<void()> reload);
     ~SettingsProfiles() override;
 
     /// The program's one object, registered by the composition root before anything asks for it.
@@ -50,6 +50,8 @@ public:
 signals:
     /// Names or the current one; read them again.
     void changed();
+    /// A profile holds now: previews and what is on the screen follow it.
+    void applied();
 
 private:
     QJsonObject stored() const;
@@ -58,7 +60,7 @@ private:
     void refresh();
 
     DefaultsStore& store_;
-    std::function<void()> applied_;
+    std::function<void()> reload_;
     QStringList names_;
     std::optional<QString> current_;
 };

@@ -27,6 +27,7 @@ constexpr double kSameButton = 0.5;
 constexpr double kCircleLift = 0.17; // of the side; so far is the row's middle above the lower rim
 constexpr double kCardLift = 0.95;   // of a button
 constexpr double kCornerLift = 0.45; // of the corner
+constexpr double kAboveName = 2;     // points
 constexpr QPoint kOutOfSight(-4000, -4000);
 
 QColor colorOf(const Color& color) {
@@ -258,7 +259,10 @@ void BubbleController::positionControls() {
     controlsModel_.setSelected(services_.prefs.bubbleSize);
     const bool circle = services_.prefs.bubbleShape.value() == BubbleShape::circle;
     const double corner = side * services_.prefs.cornerFraction * kCornerLift;
-    const double lift = circle ? side * kCircleLift : std::max(button * kCardLift, corner);
+    double lift = circle ? side * kCircleLift : std::max(button * kCardLift, corner);
+    if (const auto name = bubble_.view().nameFrame()) { // the row stands on the name, not over it
+        lift = std::max(lift, inner.height() + kPad - name->top() + controls_->capsule().height() / 2 + kAboveName);
+    }
     const QPointF middle(inner.center().x(), inner.bottom() - lift);
     const QPointF half(controls_->width() / 2.0, controls_->height() / 2.0);
     controls_->move((middle - half).toPoint());

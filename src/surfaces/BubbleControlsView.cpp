@@ -117,7 +117,8 @@ void BubbleControlsView::paintCapsule(QPainter& painter) const {
     for (int ring = 1; ring <= static_cast<int>(kShadowRoom); ++ring) { // faint layers that add up towards the edge
         QPainterPath layer;
         layer.addRoundedRect(shape.adjusted(-ring, -ring, ring, ring), radius + ring, radius + ring);
-        painter.setBrush(Theme::withOpacity(Qt::black, kShadowOpacity / kShadowRoom));
+        const double share = 2 * (kShadowRoom + 1 - ring) / (kShadowRoom * (kShadowRoom + 1)); // of 1 together
+        painter.setBrush(Theme::withOpacity(Qt::black, kShadowOpacity * share));
         painter.drawPath(layer.subtracted(inside));
     }
     QLinearGradient light(shape.topLeft(), shape.bottomLeft());

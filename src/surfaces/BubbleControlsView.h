@@ -19,6 +19,8 @@ public:
     static constexpr int kButtons = 4; ///< the sizes, then the one that closes
     /// In own coordinates.
     QRectF buttonRect(int index) const;
+    /// The row without its shadow.
+    QRectF capsule() const;
 
 protected:
     QRegion mouseRegion() const override;
@@ -33,7 +35,6 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
-    QRectF capsule() const;
     QSize fittingSize() const;
     std::optional<int> buttonAt(QPointF place) const;
     void setHovered(std::optional<int> index);

@@ -46,6 +46,8 @@ void BubbleView::setLook(const BubbleLook& look) {
     look_ = look;
     if (moved) {
         layOut();
+    } else {
+        outlineChanged();
     }
     repaintAll();
 }
@@ -149,7 +151,13 @@ QPainterPath BubbleView::outline() const {
         seen.addRect(-2, -2, 1, 1); // an empty one would be no mask at all
         return seen;
     }
-    seen = bubbleOutline().path();
+    BubbleOutline edge = bubbleOutline();
+    if (!cameraOnly_) { // with the ring's outer half
+        const double half = RingMotion::at(look_, 0, 0).ring.width / 2;
+        edge.inner.adjust(-half, -half, half, half);
+        edge.radius += edge.radius > 0 ? half : 0;
+    }
+    seen = edge.path();
     if (nameFrame_) {
         QPainterPath name;
         name.addRoundedRect(*nameFrame_, nameFrame_->height() / 2, nameFrame_->height() / 2);

@@ -3,7 +3,7 @@
 #include "base/Clock.h"
 
 #include "surfaces/internal/Ink.h"
-#include "surfaces/internal/LaserGlow.h"
+#include "surfaces/internal/LaserPicture.h"
 
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -48,10 +48,10 @@ void flip(QPainter& painter, int height) {
 
 } // namespace
 
-/// A fading laser's light, and where it is.
-struct DrawingView::Glowing {
+/// How a fading laser looks, and where it is.
+struct DrawingView::Fading {
     QRegion region;
-    LaserGlow glow;
+    LaserPicture picture;
 };
 
 DrawingView::DrawingView(QWidget* parent, Services services, std::function<DrawingTip()> tip)
@@ -90,7 +90,7 @@ void DrawingView::changeStrokes(const std::function<void()>& change) {
     change();
     const QRegion changed = difference(before, model_.strokes());
     if (!model_.current()) {
-        runningGlow_.reset();
+        runningLaser_.reset();
     }
     if (changed.isEmpty() && running.isEmpty()) {
         return;
@@ -121,7 +121,8 @@ void DrawingView::mousePressEvent(QMouseEvent* event) {
     changeStrokes([&] { model_.press(tip_(), pointOf(*event), now()); });
     if (const auto& current = model_.current()) {
         if (current->kind == Kind::laser) {
-            runningGlow_ = std::make_unique<LaserGlow>(size(), devicePixelRatioF());
+            runningLaser_ = std::make_unique<LaserPicture>(size(), devicePixelRatioF());
+            unlit_ = {};
         }
         follow({});
     }
@@ -147,8 +148,8 @@ void DrawingView::follow(const QRegion& before) {
         return;
     }
     const QRect end = Ink::regionOfLastPoint(current);
-    if (runningGlow_) {
-        runningGlow_->light(current, end);
+    if (runningLaser_) {
+        unlit_ |= end; // at the next painting, however many movements there are until then
     }
     touch(end);
 }
@@ -169,8 +170,9 @@ void DrawingView::mouseReleaseEvent(QMouseEvent* event) {
 void DrawingView::keepLaser() {
     const Item& laser = model_.lasers().last();
     const QRegion region = Ink::region(laser);
-    runningGlow_->crop(region.boundingRect());
-    glowing_.push_back({region, std::move(*runningGlow_)});
+    runningLaser_->light(laser, unlit_);
+    runningLaser_->finish(laser, region.boundingRect());
+    fadingLasers_.push_back({region, std::move(*runningLaser_)});
     if (!fading_) {
         fading_ = true;
         laserTimer_ = services_.timers.repeat(kLaserTick, [this] { fade(); });
@@ -180,11 +182,11 @@ void DrawingView::keepLaser() {
 void DrawingView::fade() {
     model_.expireLasers(now());
     QRegion seen;
-    for (const Glowing& laser : glowing_) {
+    for (const Fading& laser : fadingLasers_) {
         seen += laser.region;
     }
     // The oldest go first.
-    glowing_.erase(glowing_.begin(), glowing_.end() - model_.lasers().size());
+    fadingLasers_.erase(fadingLasers_.begin(), fadingLasers_.end() - model_.lasers().size());
     if (model_.lasers().isEmpty()) {
         fading_ = false;
         laserTimer_->invalidate(); // it is what calls
@@ -236,13 +238,22 @@ void DrawingView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintLayer(painter);
-    const QRegion area = flipped(event->region());
     for (qsizetype i = 0; i < model_.lasers().size(); ++i) {
-        paintMark(painter, model_.lasers()[i], &glowing_[static_cast<std::size_t>(i)].glow, area);
+        fadingLasers_[static_cast<std::size_t>(i)].picture.paint(painter,
+                                                                 DrawingModel::laserAlpha(model_.lasers()[i], now()));
     }
     if (model_.current()) {
-        paintMark(painter, *model_.current(), runningGlow_.get(), area);
+        paintCurrent(painter, flipped(event->region()));
     }
+}
+
+void DrawingView::paintCurrent(QPainter& painter, const QRegion& area) {
+    if (runningLaser_) {
+        runningLaser_->light(*model_.current(), std::exchange(unlit_, {}));
+        runningLaser_->paint(painter, 1);
+    }
+    flip(painter, height());
+    Ink::paint(painter, *model_.current(), 1, Ink::Area(area));
 }
 
 void DrawingView::paintLayer(QPainter& painter) {
@@ -250,17 +261,6 @@ void DrawingView::paintLayer(QPainter& painter) {
         bake({}, {}); // all of it when the screen has changed, else nothing
         painter.drawImage(0, 0, layer_);
     }
-}
-
-void DrawingView::paintMark(QPainter& painter, const Item& item, const LaserGlow* glow, const QRegion& area) const {
-    const double alpha = DrawingModel::laserAlpha(item, now());
-    if (glow != nullptr) {
-        glow->paint(painter, alpha);
-    }
-    painter.save();
-    flip(painter, height());
-    Ink::paint(painter, item, alpha, Ink::Area(area));
-    painter.restore();
 }
 
 } // namespace velmo

@@ -14,7 +14,7 @@
 namespace velmo {
 
 class Clock; // its header is more than moc reads
-class LaserGlow;
+class LaserPicture;
 
 /// The canvas over the screen: the left button draws with the tip of now. Finished strokes lie in a picture; a running
 /// one is painted over it, and only where its new piece changes anything. Main thread.
@@ -52,7 +52,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    struct Glowing;
+    struct Fading;
 
     Point pointOf(const QMouseEvent& event) const;
     double now() const;
@@ -67,14 +67,15 @@ private:
     void bake(const QRegion& area, const QList<Item>& strokes);
     void bakeAnew(const QRegion& area);
     void paintLayer(QPainter& painter);
-    void paintMark(QPainter& painter, const Item& item, const LaserGlow* glow, const QRegion& area) const;
+    void paintCurrent(QPainter& painter, const QRegion& area);
 
     Services services_;
     std::function<DrawingTip()> tip_;
     DrawingModel model_;
-    QImage layer_;                 // the finished strokes; null while there are none
-    std::vector<Glowing> glowing_; // one for each laser of the model
-    std::unique_ptr<LaserGlow> runningGlow_;
+    QImage layer_;                     // the finished strokes; null while there are none
+    std::vector<Fading> fadingLasers_; // one for each laser of the model
+    std::unique_ptr<LaserPicture> runningLaser_;
+    QRect unlit_; // of the running laser, points, y up
     std::unique_ptr<MainTimer> laserTimer_;
     bool fading_ = false;
 };

@@ -104,9 +104,10 @@ void PresenterWindow::enter(const Screen& screen, PresenterStyle style) {
     awaitAppearance();
 }
 
-/// The bubble is covered when the stage is seen in its place, not before: else there would be a moment with neither.
+/// Unseen until it is painted: a new window begins with what was on the screen in its place, all panels included, and
+/// that would be in the video. The bubble is covered then, not before: else there would be a moment with neither.
 void PresenterWindow::awaitAppearance() {
-    panel_->setWindowOpacity(1);
+    panel_->setWindowOpacity(0);
     panel_->show();
     const std::weak_ptr<const int> life = life_;
     services_.timers.after(kPatienceSeconds, [this, life, entrance = ++entrances_] {
@@ -121,6 +122,7 @@ void PresenterWindow::takeOff() {
         return;
     }
     begun_ = now();
+    panel_->setWindowOpacity(1);
     services_.bubble.setCoveredByPresenter(true);
     makeTag(flight_->end().stage, flight_->end().corner);
     startTicking();

@@ -14,10 +14,11 @@ namespace velmo {
 
 namespace {
 
+/// The index itself if the table has it.
 template <typename Table>
-const auto& wrapped(const Table& table, int index) {
+int wrapped(int index, const Table& table) {
     const int count = static_cast<int>(table.size());
-    return table[static_cast<std::size_t>(((index % count) + count) % count)];
+    return ((index % count) + count) % count;
 }
 
 } // namespace
@@ -113,11 +114,11 @@ std::optional<WindowId> ScreenDrawing::overlayWindowID() const {
 }
 
 QColor ScreenDrawing::currentColor() const {
-    return wrapped(colors, colorIndex_);
+    return colors[static_cast<std::size_t>(colorIndex_)];
 }
 
 double ScreenDrawing::currentWidth() const {
-    return wrapped(widths, widthIndex_);
+    return widths[static_cast<std::size_t>(widthIndex_)];
 }
 
 void ScreenDrawing::setTool(Tool tool) {
@@ -127,13 +128,15 @@ void ScreenDrawing::setTool(Tool tool) {
 }
 
 void ScreenDrawing::setColorIndex(int index) {
-    if (std::exchange(colorIndex_, index) != index) {
+    const int chosen = wrapped(index, colors);
+    if (std::exchange(colorIndex_, chosen) != chosen) {
         emit tipChanged();
     }
 }
 
 void ScreenDrawing::setWidthIndex(int index) {
-    if (std::exchange(widthIndex_, index) != index) {
+    const int chosen = wrapped(index, widths);
+    if (std::exchange(widthIndex_, chosen) != chosen) {
         emit tipChanged();
     }
 }

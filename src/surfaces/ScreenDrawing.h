@@ -61,6 +61,7 @@ public:
     QColor currentColor() const;
     double currentWidth() const;
     void setTool(Tool tool);
+    /// Any index: it wraps around, as that of the widths does.
     void setColorIndex(int index);
     void setWidthIndex(int index);
 

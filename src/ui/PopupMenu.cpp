@@ -4,13 +4,14 @@
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
-#include <algorithm>
+#include <QPainter>
 
 namespace velmo {
 
 namespace {
 
-constexpr int kMark = 16;
+constexpr int kMarkSide = 14;
+constexpr int kMarkRoom = 28; // right of the words
 
 QString css(const QColor& color) {
     return QStringLiteral("rgba(%1,%2,%3,%4)").arg(color.red()).arg(color.green()).arg(color.blue()).arg(color.alpha());
@@ -18,7 +19,7 @@ QString css(const QColor& color) {
 
 QString sheet() {
     return QStringLiteral("QMenu { background: %1; border: 1px solid %2; border-radius: 12px; padding: 6px; }"
-                          "QMenu::item { color: %3; padding: 6px 28px 6px 10px; border-radius: 7px; min-height: 18px; }"
+                          "QMenu::item { color: %3; padding: 6px 34px 6px 10px; border-radius: 7px; min-height: 18px; }"
                           "QMenu::item:selected { background: %4; }"
                           "QMenu::item:checked { color: %5; }"
                           "QMenu::item:disabled { color: %6; }"
@@ -36,20 +37,16 @@ PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
     setAttribute(Qt::WA_TranslucentBackground);
     setFont(Type::font(TextStyle::body));
     setStyleSheet(sheet());
-    connect(this, &QMenu::aboutToShow, this, &PopupMenu::markChecked);
 }
 
-/// A check before what is checked; the others of such a menu stand in the same column.
-void PopupMenu::markChecked() {
-    const QList<QAction*> all = actions();
-    const bool marks = std::any_of(all.begin(), all.end(), [](const QAction* action) { return action->isCheckable(); });
-    QPixmap blank(kMark, kMark);
-    blank.fill(Qt::transparent);
-    for (QAction* action : all) {
-        if (marks && (action->isCheckable() || action->icon().isNull())) {
-            const bool checked = action->isChecked();
-            action->setIcon(
-                checked ? Symbol::pixmap(QStringLiteral("checkmark"), kMark, Theme::sky, devicePixelRatioF()) : blank);
+void PopupMenu::paintEvent(QPaintEvent* event) {
+    QMenu::paintEvent(event);
+    QPainter painter(this);
+    for (QAction* action : actions()) {
+        if (action->isVisible() && action->isChecked() && !action->text().contains(QLatin1Char('\t'))) {
+            QRect room = actionGeometry(action);
+            room.setLeft(room.right() - kMarkRoom);
+            Symbol::paint(painter, room, QStringLiteral("checkmark"), kMarkSide, Theme::sky);
         }
     }
 }

@@ -62,9 +62,13 @@ class Stage:
 
 class Program:
     """The program under test with settings of its own. `settings` are entries of its defaults file, `defaults` is all
-    that it holds, for files that are none."""
+    that it holds, for files that are none. `arguments` are the program's own, `environment` is added to that of the
+    desktop."""
 
-    def __init__(self, defaults=None, **settings):
+    environment = {}
+
+    def __init__(self, defaults=None, arguments=(), **settings):
+        self.arguments = list(arguments)
         if defaults is None:
             defaults = json.dumps({"onboarded": True, "countdown": False, "mode": "screen", **settings})
         self.config = os.path.join(os.environ["XDG_CONFIG_HOME"], "velmo-studio")
@@ -76,7 +80,8 @@ class Program:
 
     def start(self):
         self.log = open(os.path.join(os.environ["DESK_FOLDER"], "program.log"), "ab")
-        self.process = subprocess.Popen([os.path.join(BUILD, "velmo-studio")], stdout=self.log, stderr=self.log)
+        self.process = subprocess.Popen([os.path.join(BUILD, "velmo-studio"), *self.arguments], stdout=self.log,
+                                        stderr=self.log, env={**os.environ, **self.environment})
         wait_until("the library window", self.library_window)
 
     def windows(self):
@@ -157,12 +162,12 @@ def runs(frames, counter_key="counter"):
             "repeated": sum(1 for step in steps if step == 0), "back": sum(1 for step in steps if step < 0)}
 
 
-def flashes(frames, probe=0):
-    """The times at which a probe turns from dark to light."""
+def flashes(frames, probe=0, ground=128):
+    """The times at which a probe turns from dark to light, which is more than `ground`."""
     times = []
     lit = None
     for frame in frames:
-        now = frame["probes"][probe][0] > 128
+        now = frame["probes"][probe][0] > ground
         if now and lit is False:
             times.append(frame["t"])
         lit = now

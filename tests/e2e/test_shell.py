@@ -4,6 +4,7 @@ import os
 import re
 import signal
 import subprocess
+import time
 import unittest
 
 from program import BUILD, Program, Stage, judge, output, press, wait_until
@@ -59,6 +60,21 @@ class Shell(unittest.TestCase):
                 ended = subprocess.run([PROGRAM], env=env, capture_output=True, text=True, timeout=30)
                 self.assertEqual(ended.returncode, 1)
                 self.assertTrue(ended.stderr.startswith("Velmo Studio n"), ended.stderr)
+
+    def test_the_keys_are_held_with_what_the_user_chose(self):
+        for modifier, keys in (("controlAlt", "ctrl+alt"), ("super", "super")):
+            with self.subTest(modifier), Stage("motion"), Program(shortcutModifier=modifier) as program:
+                before = set(program.videos())
+                press("ctrl+g")
+                time.sleep(1)
+                self.assertEqual(set(program.videos()), before, "Control alone belongs to others")
+                press(keys + "+g")
+                path = wait_until("the video", lambda: set(program.videos()) - before).pop()
+                wait_until("the first samples", lambda: os.path.getsize(path) > 200)
+                time.sleep(1)
+                press(keys + "+m")
+                press(keys + "+g")
+                self.assertEqual(len(program.wait_saved(path)["markers"]), 1)
 
     def test_the_recording_keys_are_taken_only_while_recording(self):
         with Stage("still"), Program() as program:

@@ -35,6 +35,8 @@ struct FakeFile {
     FakeTrack videoTrack;
     std::deque<FakeTrack> audioTracks; ///< in the order in which they were added
     std::vector<MediaTime> sessions;
+    std::vector<RecordingMark> marks;
+    std::vector<MediaTime> progress;
     std::atomic<WriterStatus> status = WriterStatus::unknown;
     std::optional<Error> error;
     std::function<void(const Error&)> interrupted;
@@ -133,6 +135,8 @@ public:
             finish();
         }
     }
+    void noteMark(const RecordingMark& mark) override { file_->marks.push_back(mark); }
+    void noteProgress(MediaTime time) override { file_->progress.push_back(time); }
     const std::filesystem::path& outputPath() const override { return file_->path; }
 
 private:

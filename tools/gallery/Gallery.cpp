@@ -1,9 +1,11 @@
-// velmo-gallery FOLDER: shows each surface in each of its states on the display and saves a picture of each.
+// velmo-gallery FOLDER [PART]: shows each surface in each of its states on the display and saves a picture of each.
 
+#include "BubbleStates.h"
 #include "Easel.h"
 #include "PresenterStates.h"
 #include "SetupStates.h"
 #include "WelcomeStates.h"
+#include "app/ShortcutsDialog.h"
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitPanel.h"
 #include "panels/Alerts.h"
@@ -12,6 +14,9 @@
 #include "session/QtTimers.h"
 #include "support/FakeMicrophoneLevel.h"
 #include "surfaces/Teleprompter.h"
+#include "surfaces/DrawingPalette.h"
+#include "surfaces/ScreenDrawing.h"
+#include "surfaces/internal/DrawingOverlay.h"
 #include "ui/AlertDialog.h"
 #include "ui/Look.h"
 #include "ui/ScreenPlace.h"
@@ -24,12 +29,14 @@
 #include <QCursor>
 #include <QDir>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 
 #include <cmath>
 #include <cstdio>
 #include <functional>
+#include <string>
 
 namespace velmo {
 namespace {
@@ -72,9 +79,16 @@ public:
         teleprompter();
         countdownWindow();
         dialogs();
+        drawing();
+        shortcuts();
         showPresenter(screens.screens.front(), [this](const QString& name) {
             save(name, [] { return QGuiApplication::primaryScreen()->geometry(); });
         });
+        bubbles();
+    }
+
+    void bubbles() {
+        showBubbles([this](const QString& name, const QRect& place) { save(name, [place] { return place; }); }, &wait);
     }
 
 private:
@@ -268,6 +282,114 @@ private:
                 First::isDefault});
     }
 
+    void drawing() {
+        QtTimers realTimers;
+        ScreenDrawing all({HostClock::shared(), realTimers, {}});
+        all.prepare(screens.screens.front());
+        all.parkPrepared();
+        all.startDrawing();
+        const auto place = [&all] { return all.palette()->cardGeometry(); };
+        QCursor::setPos(0, 0);
+        save(QStringLiteral("palette"), place);
+        const auto controlAt = [&all](const char* name) {
+            for (QAbstractButton* control : all.palette()->findChildren<QAbstractButton*>()) {
+                if (control->accessibleName() == QString::fromUtf8(name)) {
+                    return control;
+                }
+            }
+            return static_cast<QAbstractButton*>(nullptr);
+        };
+        for (const char* name : {"Resaltador", "Azul", "Trazo grueso", "Borrar todo", "Listo"}) {
+            QAbstractButton* control = controlAt(name);
+            QCursor::setPos(control->mapToGlobal(control->rect().center()));
+            save(QStringLiteral("palette-hover-%1").arg(QString::fromUtf8(name)), place);
+        }
+        QCursor::setPos(0, 0);
+        for (const char* name : {"Puntero láser", "Blanco", "Trazo fino", "Listo"}) {
+            controlAt(name)->setDown(true);
+        }
+        save(QStringLiteral("palette-pressed"), place);
+        for (const char* name : {"Puntero láser", "Blanco", "Trazo fino", "Listo"}) {
+            controlAt(name)->setDown(false);
+        }
+        for (int i = 0; i < 8; ++i) {
+            all.setColorIndex(i);
+            all.setWidthIndex(i);
+            all.setTool(allCases<DrawingTool>()[static_cast<std::size_t>(i + 2)]);
+            save(QStringLiteral("palette-choice-%1").arg(i), place);
+        }
+        inkSheet(all);
+    }
+
+    static void draw(ScreenDrawing& all, const QList<QPointF>& through, bool release = true) {
+        const auto send = [&all](QEvent::Type type, QPointF at) {
+            QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&all.overlay()->view(), &event);
+            wait(2);
+        };
+        send(QEvent::MouseButtonPress, through.first());
+        for (const QPointF& at : through) {
+            send(QEvent::MouseMove, at);
+        }
+        if (release) {
+            send(QEvent::MouseButtonRelease, through.last());
+        }
+    }
+
+    /// Every tool over bright and over dark, in three widths.
+    void inkSheet(ScreenDrawing& all) {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const double unit = screen.height() / 12.0;
+        const auto wave = [&](double x, double y) {
+            QList<QPointF> points;
+            for (int i = 0; i < 60; ++i) {
+                points.append({x + i * unit / 15, y + unit * 0.35 * std::sin(i / 4.0) * (1 - i / 90.0)});
+            }
+            return points;
+        };
+        int column = 0;
+        for (const double left : {0.02, 0.35, 0.52, 0.85}) {
+            const double x = screen.width() * left;
+            for (int i = 0; i < 9; ++i) {
+                const auto tool = allCases<DrawingTool>()[static_cast<std::size_t>(i)];
+                all.setTool(tool);
+                all.setColorIndex(i % 7);
+                all.setWidthIndex(column);
+                const double y = unit * (i + 2);
+                if (isShape(tool)) {
+                    draw(all, {{x, y - unit * 0.3}, {x + 2 * unit, y + unit * 0.3}});
+                } else if (tool != DrawingTool::laser) {
+                    draw(all, wave(x, y));
+                }
+            }
+            ++column;
+        }
+        all.setTool(DrawingTool::laser);
+        for (const double left : {0.02, 0.52}) {
+            all.setColorIndex(left < 0.5 ? 0 : 3);
+            draw(all, wave(screen.width() * left, unit * 6));
+        }
+        all.setColorIndex(5);
+        draw(all, wave(screen.width() * 0.35, unit * 6), false);
+        const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(0);
+        picture.save(easel_.folder().filePath(QStringLiteral("drawing.png")));
+    }
+
+    void shortcuts() {
+        using Modifier = ShortcutModifier;
+        const std::pair<const char*, Shortcuts::State> states[] = {
+            {"shortcuts", {}},
+            {"shortcuts-taken", {Modifier::controlAlt, {3, 8, 14, 20, 22}}},
+            {"shortcuts-super", {Modifier::super, {1, 6}}}};
+        for (const auto& [name, state] : states) {
+            auto* shown = new ShortcutsDialog(state);
+            shown->present();
+            wait(50);
+            save(QString::fromUtf8(name), [shown] { return shown->geometry(); });
+            shown->close();
+        }
+    }
+
     const Easel& easel_;
 };
 
@@ -278,16 +400,20 @@ int main(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     velmo::Look::apply(application);
-    if (count != 2) {
-        std::fprintf(stderr, "usage: velmo-gallery FOLDER\n");
+    if (count < 2) {
+        std::fprintf(stderr, "usage: velmo-gallery FOLDER [bubbles]\n");
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
     const velmo::Easel easel(folder);
-    velmo::SetupStates::showAll(easel);
-    velmo::WelcomeStates::showAll(easel);
-    velmo::Gallery(easel).showAll();
+    const bool bubblesOnly = count > 2 && std::string(arguments[2]) == "bubbles";
+    if (!bubblesOnly) {
+        velmo::SetupStates::showAll(easel);
+        velmo::WelcomeStates::showAll(easel);
+    }
+    velmo::Gallery gallery(easel);
+    bubblesOnly ? gallery.bubbles() : gallery.showAll();
     return 0;
 }

@@ -6,7 +6,11 @@
 /// from the position that the sound server reports. Without a server it is silent.
 class FlashSound {
 public:
-    FlashSound();
+    /// When it beeps: as it began, or at the even seconds of CLOCK_MONOTONIC, when a synthetic camera that was told to
+    /// flashes too.
+    enum class Times { own, hostClock };
+
+    explicit FlashSound(Times times = Times::own);
     ~FlashSound();
     bool beepIsSounding() const;
 

@@ -10,11 +10,12 @@
 //   scroll   a page of text that moves by 8 pixels a frame
 //   motion   every pixel changes in every frame
 //   tone     one colour, and a steady tone with marks on the sink `micfeed`, see ToneSound
+//   beep     one colour, and a 1 kHz beep of 100 ms at the even seconds of CLOCK_MONOTONIC on the sink `micfeed`
 //   flash    black; white for 100 ms every 2 s while a 1 kHz beep sounds on the sink `micfeed`
 //
-// All but plain, tick, tone and flash burn a frame counter into the upper left corner: 24 cells of 16 pixels, most
-// significant bit first, white for 1, with a white and a black cell before them. With --clock it is the time of the
-// painting, in milliseconds of CLOCK_MONOTONIC.
+// All but plain, tick, tone, beep and flash burn a frame counter into the upper left corner: 24 cells of 16 pixels,
+// most significant bit first, white for 1, with a white and a black cell before them. With --clock it is the time of
+// the painting, in milliseconds of CLOCK_MONOTONIC.
 
 #include "FlashSound.h"
 #include "ToneSound.h"
@@ -158,6 +159,14 @@ private:
     ToneSound sound_;
 };
 
+class Beep final : public Plain {
+public:
+    using Plain::Plain;
+
+private:
+    FlashSound sound_{FlashSound::Times::hostClock};
+};
+
 class Tick final : public Plain {
 public:
     using Plain::Plain;
@@ -277,8 +286,9 @@ std::unique_ptr<Workload> make(const Options& options) {
 }
 
 const std::map<std::string, std::function<std::unique_ptr<Workload>(const Options&)>> kWorkloads = {
-    {"plain", make<Plain>},   {"still", make<Still>}, {"lecture", make<Lecture>}, {"scroll", make<Scroll>},
-    {"motion", make<Motion>}, {"flash", make<Flash>}, {"tone", make<Tone>},       {"tick", make<Tick>},
+    {"plain", make<Plain>},   {"still", make<Still>},   {"lecture", make<Lecture>},
+    {"scroll", make<Scroll>}, {"motion", make<Motion>}, {"flash", make<Flash>},
+    {"tone", make<Tone>},     {"tick", make<Tick>},     {"beep", make<Beep>},
 };
 
 int millisecondsNow() {
@@ -438,10 +448,9 @@ bool parse(int count, char** arguments, Options& options) {
 int main(int count, char** arguments) {
     Options options;
     if (!parse(count, arguments, options)) {
-        std::fprintf(
-            stderr,
-            "usage: velmo-stage plain|tick|still|lecture|scroll|motion|flash|tone [--fps N] [--size WxH] [--at X,Y] "
-            "[--seconds S] [--color RRGGBB] [--title T] [--unmanaged] [--clock] [--no-pointer]\n");
+        std::fprintf(stderr, "usage: velmo-stage plain|tick|still|lecture|scroll|motion|flash|tone|beep [--fps N] "
+                             "[--size WxH] [--at X,Y] "
+                             "[--seconds S] [--color RRGGBB] [--title T] [--unmanaged] [--clock] [--no-pointer]\n");
         return 2;
     }
     Server server;

@@ -8,6 +8,8 @@ namespace velmo::internal {
 
 namespace {
 
+constexpr double kProgressInterval = 0.5; // seconds
+
 StreamConfiguration mainConfiguration(Size size, int fps, bool systemAudio, std::optional<std::string> microphoneID) {
     StreamConfiguration configuration;
     configuration.width = static_cast<int>(size.width);
@@ -40,6 +42,7 @@ RecordingSession::~RecordingSession() {
     control_->sync([this] {
         closing_ = true;
         videoQueue_->cancelTimer(frameTimer_);
+        queue_->cancelTimer(progressTimer_);
         stream_.reset();
         overlays_.clear();
     });
@@ -127,6 +130,7 @@ void RecordingSession::captureStarted(const Result<void>& result) {
     const MediaTime frameDuration{1, request_.fps};
     videoQueue_->async([this, frameDuration] { router_.setFrameDuration(frameDuration); });
     frameTimer_ = videoQueue_->startTimer(1.0 / request_.fps, [this] { router_.tick(); });
+    progressTimer_ = queue_->startTimer(kProgressInterval, [this] { timeline_.noteProgress(); });
     phase_ = Phase::running;
     completeStart({});
     if (!stopCompletions_.empty()) {
@@ -180,6 +184,10 @@ void RecordingSession::resume() {
     queue_->async([this] { timeline_.resume(); });
 }
 
+void RecordingSession::noteMark(RecordingMark mark) {
+    queue_->async([this, mark = std::move(mark)] { timeline_.noteMark(mark); });
+}
+
 void RecordingSession::stop(StopCompletion completion) {
     control_->async([this, completion = std::move(completion)]() mutable {
         stopCompletions_.push_back(std::move(completion));
@@ -220,6 +228,7 @@ void RecordingSession::overlaysStopped() {
 
 void RecordingSession::closeFile() {
     videoQueue_->cancelTimer(frameTimer_);
+    queue_->cancelTimer(progressTimer_);
     if (const auto finished = timeline_.finish(services_.sleep); !finished) {
         timeline_.dropWriter();
         control_->async([this, error = finished.error()] { end(error); });

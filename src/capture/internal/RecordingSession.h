@@ -5,6 +5,7 @@
 #include "capture/internal/RecordingTimeline.h"
 #include "capture/internal/SampleRouter.h"
 #include "capture/internal/WriterSetup.h"
+#include "media/RecordingMark.h"
 
 #include <filesystem>
 #include <functional>
@@ -53,6 +54,7 @@ public:
     void resizeOverlay(int key, Size size);
     void pause();
     void resume();
+    void noteMark(RecordingMark mark);
     void stop(StopCompletion completion);
     void setOnStop(OnStop onStop);
 
@@ -93,6 +95,7 @@ private:
     StartRequest request_; // of the recording that was started; its `fps` holds before as well
     Phase phase_ = Phase::idle;
     SerialQueue::TimerId frameTimer_ = 0;
+    SerialQueue::TimerId progressTimer_ = 0;
     OnStop onStop_;
     bool streamEndTold_ = false;
     bool writerEndTold_ = false;

@@ -114,6 +114,18 @@ void RecordingTimeline::resume() {
     paused_ = false;
 }
 
+void RecordingTimeline::noteMark(const RecordingMark& mark) {
+    if (!stopping_ && isWriting()) {
+        writer_->noteMark(mark);
+    }
+}
+
+void RecordingTimeline::noteProgress() {
+    if (started_ && !stopping_ && isWriting()) {
+        writer_->noteProgress(recorded());
+    }
+}
+
 Result<void> RecordingTimeline::finish(const Sleep& sleep) {
     stopping_ = true;
     if (!started_ || !isWriting()) {
@@ -136,8 +148,13 @@ Result<void> RecordingTimeline::finish(const Sleep& sleep) {
     return {};
 }
 
+/// How long the file is by now.
+MediaTime RecordingTimeline::recorded() const {
+    return (paused_ ? pausedAt_ : clock_.now()) - offset_;
+}
+
 void RecordingTimeline::extendVideoToTheEnd() {
-    const MediaTime end = (paused_ ? pausedAt_ : clock_.now()) - offset_;
+    const MediaTime end = recorded();
     const MediaTime last = video_.lastTime.isValid() ? video_.lastTime : MediaTime::zero();
     if (lastVideo_.image && end > last && video_.input->isReadyForMoreMediaData()) {
         video_.input->append(lastVideo_.retimedTo(end));

@@ -54,6 +54,10 @@ public:
     void pause();
     void resume();
 
+    /// For the case that the file is never finished, see `AssetWriter`. Nothing happens outside a recording.
+    void noteMark(const RecordingMark& mark);
+    void noteProgress();
+
     /// The end of all samples. On success the video is extended to now (or to the pause), waiting sound is written as
     /// far as the writer takes it within a second for each track, and all inputs are finished: what is left to do is
     /// the writer's `finishWriting`. Otherwise the writer is cancelled and the result says why: no picture ever came,
@@ -93,6 +97,7 @@ private:
     void appendVideo(const Sample& sample);
     void flush(SoundTrack& track);
     void extendVideoToTheEnd();
+    MediaTime recorded() const;
     void drain(SoundTrack& track, const Sleep& sleep);
 
     SoundTrack& track(Sound sound) { return sound == Sound::system ? system_ : microphone_; }

@@ -18,12 +18,8 @@ namespace {
 constexpr off_t kKernelBlock = 64 << 20; ///< bytes that the system may copy before we look again
 constexpr std::size_t kOwnBlock = 64 << 10;
 
-Error errorOf(int number) {
-    return {kPosixErrorDomain, number, std::generic_category().message(number)};
-}
-
 Result<void> resultOf(const std::error_code& code) {
-    return code ? Result<void>(errorOf(code.value())) : Result<void>();
+    return code ? Result<void>(posixError(code.value())) : Result<void>();
 }
 
 /// Bytes copied; 0 at the end of the source; -1 and errno.
@@ -81,19 +77,19 @@ Result<void> copyFile(const std::filesystem::path& from, const std::filesystem::
     const FileDescriptor in(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat source {};
     if (in.number() < 0 || ::fstat(in.number(), &source) != 0) {
-        return errorOf(errno);
+        return posixError(errno);
     }
     if (!S_ISREG(source.st_mode)) {
-        return errorOf(EINVAL);
+        return posixError(EINVAL);
     }
     const FileDescriptor out(
         ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, (source.st_mode & 0777) | S_IWUSR));
     if (out.number() < 0) {
-        return errorOf(errno);
+        return posixError(errno);
     }
     if (const int failure = copyContent(in.number(), out.number(), source.st_size); failure != 0) {
         ::unlink(to.c_str());
-        return errorOf(failure);
+        return posixError(failure);
     }
     const std::array times{source.st_atim, source.st_mtim};
     ::futimens(out.number(), times.data());
@@ -143,7 +139,7 @@ Result<void> copyItem(const std::filesystem::path& from, const std::filesystem::
         return copyFile(from, to);
     }
     if (isInside(to, from) || std::filesystem::exists(std::filesystem::symlink_status(to, ignored))) {
-        return errorOf(EINVAL);
+        return posixError(EINVAL);
     }
     auto copied = copyInside(from, to);
     if (!copied) {

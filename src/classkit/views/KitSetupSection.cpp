@@ -3,7 +3,6 @@
 #include "classkit/ClassKit.h"
 #include "classkit/views/KitDrop.h"
 #include "classkit/views/internal/KitSetupRow.h"
-#include "settings/Prefs.h"
 #include "ui/Button.h"
 #include "ui/Label.h"
 #include "ui/SwitchRow.h"
@@ -21,10 +20,6 @@
 namespace velmo {
 
 namespace {
-
-const QString kHint = QStringLiteral("Agrega tu presentación, PDF, documentos, links o videos de YouTube. "
-                                     "Mientras grabas los abres con un clic (⌃K) y quedan guardados con la "
-                                     "clase.");
 
 constexpr int kRoom = Button::kRoom;
 constexpr int kFieldInset = kRoom - TextField::kRoom;
@@ -59,12 +54,20 @@ KitSetupSection::KitSetupSection(ClassKit& kit, QWidget* parent) : QWidget(paren
 KitSetupSection::~KitSetupSection() = default;
 
 void KitSetupSection::addRows(QVBoxLayout& column) {
-    hint_ = makeWrappedLabel(kHint, TextStyle::caption, Theme::muted);
+    hint_ = makeWrappedLabel({}, TextStyle::caption, Theme::muted);
+    setShortcutModifier(ShortcutModifier::control);
     column.addLayout(inset(hint_));
     rowColumn_ = new QVBoxLayout;
     rowColumn_->setContentsMargins(kRoom, 0, kFieldInset, 0);
     rowColumn_->setSpacing(0);
     column.addLayout(rowColumn_);
+}
+
+void KitSetupSection::setShortcutModifier(ShortcutModifier modifier) {
+    hint_->setText(shortcutText(QStringLiteral("Agrega tu presentación, PDF, documentos, links o videos de YouTube. "
+                                               "Mientras grabas los abres con un clic (⌃K) y quedan guardados con la "
+                                               "clase."),
+                                modifier));
 }
 
 void KitSetupSection::addLinkField(QVBoxLayout& column) {
@@ -98,16 +101,6 @@ void KitSetupSection::addButtons(QVBoxLayout& column) {
     row->addWidget(empty_);
     row->addStretch();
     column.addLayout(row);
-}
-
-void KitSetupSection::nameKeys(Prefs& prefs) {
-    const auto show = [this, &prefs] { hint_->setText(shortcutText(kHint, prefs.shortcutModifier)); };
-    connect(&prefs, &Prefs::changed, this, [&prefs, show](const QString& key) {
-        if (key == prefs.shortcutModifier.key()) {
-            show();
-        }
-    });
-    show();
 }
 
 void KitSetupSection::addLink() {

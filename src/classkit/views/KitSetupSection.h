@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/ShortcutModifier.h"
+
 #include <QWidget>
 
 #include <vector>
@@ -12,7 +14,6 @@ namespace velmo {
 class Button;
 class ClassKit;
 class KitSetupRow;
-class Prefs;
 class SwitchRow;
 class TextField;
 
@@ -27,10 +28,11 @@ public:
     explicit KitSetupSection(ClassKit& kit, QWidget* parent = nullptr);
     ~KitSetupSection() override;
 
-    /// Names keys as the settings have them from here on. Borrowed.
-    void nameKeys(Prefs& prefs);
     /// Adds what stands in the field for links. What is no link stays there for correction.
     void addLink();
+
+    /// Of the key that the hint tells.
+    void setShortcutModifier(ShortcutModifier modifier);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

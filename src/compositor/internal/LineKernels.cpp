@@ -5,7 +5,7 @@
 #define HWY_TARGET_INCLUDE "compositor/internal/LineKernels.cpp"
 #include <hwy/foreach_target.h>
 
-#include "compositor/internal/BlendArithmetic-inl.h"
+#include "compositor/internal/BlendArithmetic.inc"
 
 HWY_BEFORE_NAMESPACE();
 namespace velmo::internal {

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cctype>
 #include <utility>
 
 namespace velmo::internal {
@@ -78,6 +79,75 @@ std::optional<Meta> entryFromJson(const QJsonValue& json) {
     return usable ? std::optional(std::move(entry)) : std::nullopt;
 }
 
+/// False when there was something else among them.
+bool takeEntries(const QJsonObject& object, MetaByName& entries) {
+    bool areAll = true;
+    for (auto each = object.begin(); each != object.end(); ++each) {
+        if (auto entry = entryFromJson(each.value())) {
+            entries.insert_or_assign(nameFromKey(each.key()), std::move(*entry));
+        } else {
+            areAll = false;
+        }
+    }
+    return areAll;
+}
+
+/// Behind the string that begins at `at`; -1 when it does not end.
+qsizetype endOfString(const QByteArray& json, qsizetype at) {
+    for (++at; at < json.size(); ++at) {
+        if (json[at] == '\\') {
+            ++at;
+        } else if (json[at] == '"') {
+            return at + 1;
+        }
+    }
+    return -1;
+}
+
+/// Behind the object that begins at `at`; -1 when it does not end.
+qsizetype endOfObject(const QByteArray& json, qsizetype at) {
+    int depth = 0;
+    while (at >= 0 && at < json.size()) {
+        if (json[at] == '"') {
+            at = endOfString(json, at);
+            continue;
+        }
+        depth += json[at] == '{' ? 1 : json[at] == '}' ? -1 : 0;
+        ++at;
+        if (depth == 0) {
+            return at;
+        }
+    }
+    return -1;
+}
+
+/// The object behind the name that ends before `at`: where it begins, -1 when there is none.
+qsizetype valueAfter(const QByteArray& json, qsizetype at) {
+    const auto isBetween = [](char c) { return c == ':' || std::isspace(static_cast<unsigned char>(c)) != 0; };
+    const qsizetype nameEnd = at;
+    while (at < json.size() && isBetween(json[at])) {
+        ++at;
+    }
+    return at > nameEnd && at < json.size() && json[at] == '{' ? at : -1;
+}
+
+/// Tries every quotation mark as the beginning of a `"name": {...}` that can be read by itself: behind damage nobody
+/// knows which marks open a text and which close one.
+MetaByName entriesOfDamaged(const QByteArray& json) {
+    MetaByName entries;
+    for (qsizetype at = json.indexOf('"'); at >= 0;) {
+        const qsizetype nameEnd = endOfString(json, at);
+        const qsizetype value = nameEnd < 0 ? -1 : valueAfter(json, nameEnd);
+        const qsizetype end = value < 0 ? -1 : endOfObject(json, value);
+        const std::size_t before = entries.size();
+        if (end > 0) {
+            takeEntries(QJsonDocument::fromJson('{' + json.mid(at, end - at) + '}').object(), entries);
+        }
+        at = json.indexOf('"', entries.size() > before ? end : at + 1);
+    }
+    return entries;
+}
+
 } // namespace
 
 QByteArray jsonFromMeta(const MetaByName& meta) {
@@ -88,21 +158,14 @@ QByteArray jsonFromMeta(const MetaByName& meta) {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
-std::optional<MetaByName> metaFromJson(const QByteArray& json) {
+MetaReading metaFromJson(const QByteArray& json) {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     if (!document.isObject()) {
-        return std::nullopt;
+        return {entriesOfDamaged(json), false};
     }
-    const QJsonObject object = document.object();
-    MetaByName meta;
-    for (auto each = object.begin(); each != object.end(); ++each) {
-        auto entry = entryFromJson(each.value());
-        if (!entry) {
-            return std::nullopt;
-        }
-        meta.emplace(nameFromKey(each.key()), std::move(*entry));
-    }
-    return meta;
+    MetaReading reading;
+    reading.isWhole = takeEntries(document.object(), reading.entries);
+    return reading;
 }
 
 } // namespace velmo::internal

@@ -27,7 +27,14 @@ using MetaByName = std::map<std::string, Meta>;
 /// name can contain.
 QByteArray jsonFromMeta(const MetaByName& meta);
 
-/// All or nothing: absent when it is not JSON, or when any entry lacks "duration" or "markers" or has another type.
-std::optional<MetaByName> metaFromJson(const QByteArray& json);
+/// What could be made of a file.
+struct MetaReading {
+    MetaByName entries;   ///< those that are whole
+    bool isWhole = false; ///< there was nothing else in it
+};
+
+/// An entry that lacks "duration" or "markers", or has another type, is left out; of a text that is no JSON, because
+/// it was cut off or garbled, the entries before and after the damage are taken.
+MetaReading metaFromJson(const QByteArray& json);
 
 } // namespace velmo::internal

@@ -10,21 +10,25 @@ MetadataFile::MetadataFile(const std::filesystem::path& folder) : file_(folder /
 
 MetaByName MetadataFile::load() {
     const auto content = readWholeFile(file_);
-    auto meta = content ? metaFromJson(QByteArray::fromStdString(content.value())) : std::nullopt;
-    holdsUnreadable_ = !meta && (content.ok() || content.error().code != ENOENT);
-    return meta ? std::move(*meta) : MetaByName();
+    if (!content) {
+        holdsUnreadable_ = content.error().code != ENOENT;
+        return {};
+    }
+    MetaReading reading = metaFromJson(QByteArray::fromStdString(content.value()));
+    holdsUnreadable_ = !reading.isWhole;
+    return std::move(reading.entries);
 }
 
-void MetadataFile::save(const MetaByName& meta) {
+bool MetadataFile::save(const MetaByName& meta) {
     if (holdsUnreadable_) {
         const auto aside = keepDamagedFileAside(file_);
         if (!aside && aside.error().code != ENOENT) {
-            return; // what lies there may still be worth more than what would replace it
+            return false; // what lies there may still be worth more than what would replace it
         }
         holdsUnreadable_ = false;
     }
     const QByteArray json = jsonFromMeta(meta);
-    static_cast<void>(writeFileAtomically(file_, {json.constData(), static_cast<std::size_t>(json.size())}));
+    return writeFileAtomically(file_, {json.constData(), static_cast<std::size_t>(json.size())}).ok();
 }
 
 } // namespace velmo::internal

@@ -11,10 +11,11 @@ class MetadataFile {
 public:
     explicit MetadataFile(const std::filesystem::path& folder);
 
-    /// Empty when there is no file or when it cannot be understood.
+    /// Of a damaged file what can be read; empty without one.
     MetaByName load();
-    /// Failures are swallowed. A file that could not be understood is renamed, never replaced.
-    void save(const MetaByName& meta);
+    /// False when it could not be written; the old file is then as it was. One that could not be understood whole is
+    /// renamed, never replaced.
+    bool save(const MetaByName& meta);
 
 private:
     std::filesystem::path file_;

@@ -48,7 +48,8 @@ EmptyLibrary::EmptyLibrary(const QString& place, QWidget* parent) : QWidget(pare
     hint->setSpacing(6);
     hint->addStretch();
     hint->addWidget(makeHint(QStringLiteral("Atajo:")));
-    hint->addWidget(makeKeyCap(QStringLiteral("⌃G")));
+    hint->addWidget(key_ = makeKeyCap({}));
+    setShortcutModifier(ShortcutModifier::control);
     hint->addWidget(makeHint(QStringLiteral("desde cualquier app · Los videos se guardan en ") + place));
     hint->addStretch();
 
@@ -63,6 +64,10 @@ EmptyLibrary::EmptyLibrary(const QString& place, QWidget* parent) : QWidget(pare
     column->addLayout(hint);
     column->addStretch();
     setMinimumHeight(440);
+}
+
+void EmptyLibrary::setShortcutModifier(ShortcutModifier modifier) {
+    key_->setText(shortcutText(QStringLiteral("⌃G"), modifier));
 }
 
 QRectF EmptyLibrary::card() const {

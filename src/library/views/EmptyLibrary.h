@@ -1,7 +1,11 @@
 #pragma once
 
+#include "settings/ShortcutModifier.h"
+
 #include <QString>
 #include <QWidget>
+
+class QLabel;
 
 namespace velmo {
 
@@ -14,6 +18,9 @@ public:
     /// `place` as shown: "Videos › Velmo Studio".
     explicit EmptyLibrary(const QString& place, QWidget* parent = nullptr);
 
+    /// Of the key that it tells.
+    void setShortcutModifier(ShortcutModifier modifier);
+
 signals:
     void recordRequested();
 
@@ -22,6 +29,8 @@ protected:
 
 private:
     QRectF card() const;
+
+    QLabel* key_;
 };
 
 } // namespace velmo

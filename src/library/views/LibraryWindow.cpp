@@ -90,14 +90,18 @@ LibraryWindow::LibraryWindow(Library& library, FileActions& files, DefaultsStore
 
 LibraryWindow::~LibraryWindow() = default;
 
+void LibraryWindow::setShortcutModifier(ShortcutModifier modifier) {
+    empty_->setShortcutModifier(modifier);
+}
+
 QWidget* LibraryWindow::makeContent() {
-    auto* empty = new EmptyLibrary(placeText(library_.folder()));
-    connect(empty, &EmptyLibrary::recordRequested, this, [this] { newRecording_(); });
+    empty_ = new EmptyLibrary(placeText(library_.folder()));
+    connect(empty_, &EmptyLibrary::recordRequested, this, [this] { newRecording_(); });
     auto* gridPage = new QWidget;
     auto* gridRow = new QVBoxLayout(gridPage);
     gridRow->setContentsMargins(kGridMargins);
     gridRow->addWidget(grid_);
-    pages_->addWidget(empty);
+    pages_->addWidget(empty_);
     pages_->addWidget(gridPage);
 
     auto* headRow = new QVBoxLayout;

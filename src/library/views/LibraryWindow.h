@@ -4,6 +4,7 @@
 #include "platform/FileActions.h"
 #include "session/Collaborators.h"
 #include "settings/DefaultsStore.h"
+#include "settings/ShortcutModifier.h"
 
 #include <QMainWindow>
 
@@ -16,6 +17,7 @@ class QStackedWidget;
 namespace velmo {
 
 class AlertDialog;
+class EmptyLibrary;
 class LibraryHead;
 class RecordingGrid;
 class RecordingModel;
@@ -34,6 +36,9 @@ public:
     /// In front of everything. With a file its recording is selected and scrolled to.
     void show(std::optional<std::filesystem::path> focus) override;
     void hide() override;
+
+    /// Of the key that the empty library tells.
+    void setShortcutModifier(ShortcutModifier modifier);
 
 protected:
     void hideEvent(QHideEvent* event) override;
@@ -59,6 +64,7 @@ private:
     RecordingModel* model_;
     RecordingGrid* grid_;
     LibraryHead* head_;
+    EmptyLibrary* empty_ = nullptr;
     QStackedWidget* pages_;
     std::optional<std::filesystem::path> current_; ///< selected; stays selected when the list is read again
 };

@@ -18,4 +18,10 @@ std::optional<std::int64_t> StatvfsDiskSpace::available(const std::filesystem::p
     return static_cast<std::int64_t>(volume.f_bavail) * static_cast<std::int64_t>(volume.f_frsize);
 }
 
+std::optional<std::int64_t> StatvfsDiskSpace::size(const std::filesystem::path& file) const {
+    std::error_code failed;
+    const auto bytes = std::filesystem::file_size(file, failed);
+    return failed ? std::nullopt : std::optional(static_cast<std::int64_t>(bytes));
+}
+
 } // namespace velmo

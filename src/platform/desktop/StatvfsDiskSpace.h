@@ -9,6 +9,7 @@ namespace velmo {
 class StatvfsDiskSpace final : public DiskSpace {
 public:
     std::optional<std::int64_t> available(const std::filesystem::path& path) const override;
+    std::optional<std::int64_t> size(const std::filesystem::path& file) const override;
 };
 
 } // namespace velmo

@@ -5,7 +5,7 @@
 #include "platform/ffmpeg/internal/AudioTrack.h"
 #include "platform/ffmpeg/internal/Errors.h"
 #include "platform/ffmpeg/internal/H264Encoder.h"
-#include "platform/ffmpeg/internal/Mp4File.h"
+#include "platform/ffmpeg/internal/JournaledFile.h"
 #include "platform/ffmpeg/internal/VideoTrack.h"
 
 #include <atomic>
@@ -14,8 +14,7 @@
 
 namespace velmo {
 
-using internal::Mp4File;
-using internal::OutputFile;
+using internal::JournaledFile;
 using internal::PacketPtr;
 
 namespace {
@@ -40,6 +39,9 @@ struct FfmpegAssetWriter::Core final : internal::PacketSink {
 
     Result<void> start();
     Result<void> openTracks();
+    Result<void> addTracks();
+    template <typename Note>
+    void noteInJournal(Note note);
     void markAllAsFinished();
     void partEnded();
     void interrupt(const Error& reason);
@@ -63,7 +65,7 @@ struct FfmpegAssetWriter::Core final : internal::PacketSink {
     std::optional<Error> error;
 
     // On the file queue, once writing.
-    std::unique_ptr<Mp4File> file;
+    std::unique_ptr<JournaledFile> file;
     bool interrupted = false;
 
     // The tracks end first, then the queue that they hand their packets to.
@@ -80,7 +82,7 @@ void FfmpegAssetWriter::Core::put(PacketPtr packet, int track, AVRational timeBa
     fileQueue.async([this, packet = std::move(packet), track, timeBase] {
         const std::int64_t size = packet->size;
         if (file != nullptr && !interrupted) {
-            if (const Result<void> written = file->write(*packet, track, timeBase); !written) {
+            if (const Result<void> written = file->write(*packet, track); !written) {
                 interrupt(written.error());
             }
         }
@@ -98,26 +100,53 @@ Result<void> FfmpegAssetWriter::Core::start() {
     if (Result<void> opened = openTracks(); !opened) {
         return opened;
     }
-    auto created = Mp4File::create(path, options.minimumFreeBytes);
+    auto created = JournaledFile::create(path, options.minimumFreeBytes);
     if (!created) {
         return created.error();
     }
     file = std::move(created).value();
-    if (video != nullptr) {
-        const internal::CodecParameters parameters(avcodec_parameters_alloc());
-        avcodec_parameters_from_context(parameters.get(), &video->context());
-        video->setNumber(file->addTrack(*parameters, internal::kVideoTimeBase));
-    }
-    for (const auto& track : audio) {
-        const internal::CodecParameters parameters(avcodec_parameters_alloc());
-        avcodec_parameters_from_context(parameters.get(), &track->context());
-        track->setNumber(file->addTrack(*parameters, track->timeBase()));
-    }
-    if (Result<void> begun = file->begin(); !begun) {
+    if (Result<void> added = addTracks(); !added) {
         discardFile();
-        return begun;
+        return added;
     }
     return {};
+}
+
+Result<void> FfmpegAssetWriter::Core::addTracks() {
+    const auto add = [this](auto& track, AVRational timeBase) {
+        const internal::CodecParameters parameters(avcodec_parameters_alloc());
+        avcodec_parameters_from_context(parameters.get(), &track.context());
+        const Result<int> number = file->addTrack(*parameters, timeBase);
+        track.setNumber(number ? number.value() : -1);
+        return number ? Result<void>() : Result<void>(number.error());
+    };
+    if (video != nullptr) {
+        if (Result<void> added = add(*video, internal::kVideoTimeBase); !added) {
+            return added;
+        }
+    }
+    for (const auto& track : audio) {
+        if (Result<void> added = add(*track, track->timeBase()); !added) {
+            return added;
+        }
+    }
+    return {};
+}
+
+// Marks and progress are small and rare: they wait for the disk behind the packets.
+template <typename Note>
+void FfmpegAssetWriter::Core::noteInJournal(Note note) {
+    if (!isOpen()) {
+        return;
+    }
+    fileQueue.async([this, note = std::make_unique<Note>(std::move(note))] {
+        if (file == nullptr || interrupted) {
+            return;
+        }
+        if (const Result<void> noted = file->note(*note); !noted) {
+            interrupt(noted.error());
+        }
+    });
 }
 
 Result<void> FfmpegAssetWriter::Core::openTracks() {
@@ -165,7 +194,8 @@ void FfmpegAssetWriter::Core::interrupt(const Error& reason) {
 void FfmpegAssetWriter::Core::closeFile() {
     open.store(false, std::memory_order_release);
     if (file != nullptr) {
-        const Result<void> finished = file->finish(OutputFile::Durability::left);
+        const Result<void> finished =
+            file->finish(options.keepsJournal ? JournaledFile::Journal::kept : JournaledFile::Journal::removed);
         file.reset();
         if (finished) {
             status.store(WriterStatus::completed, std::memory_order_release);
@@ -285,6 +315,14 @@ void FfmpegAssetWriter::finishWriting(std::function<void()> completion) {
     core_->completion = std::move(completion);
     core_->markAllAsFinished();
     core_->partEnded();
+}
+
+void FfmpegAssetWriter::noteMark(const RecordingMark& mark) {
+    core_->noteInJournal(mark);
+}
+
+void FfmpegAssetWriter::noteProgress(MediaTime time) {
+    core_->noteInJournal(JournalProgress{time.convertedTo(1'000'000)});
 }
 
 const std::filesystem::path& FfmpegAssetWriter::outputPath() const {

@@ -14,7 +14,8 @@ struct FfmpegWriterOptions {
     int threads = 2;                                ///< that encode one frame together
     EncoderPreset preset = EncoderPreset::veryfast; ///< where it starts; under sustained load it steps down
     std::int64_t minimumFreeBytes = 32 << 20;       ///< free disk space at which recording ends by itself
-    std::function<void(const std::string&)> log;    ///< one line for the diagnostics log; called on encoder threads
+    bool keepsJournal = false; ///< after a good end, for whoever brings the recording into the library
+    std::function<void(const std::string&)> log; ///< one line for the diagnostics log; called on encoder threads
 };
 
 } // namespace velmo

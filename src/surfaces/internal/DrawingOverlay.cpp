@@ -1,6 +1,8 @@
 #include "surfaces/internal/DrawingOverlay.h"
 
+#include <QCoreApplication>
 #include <QImage>
+#include <QMouseEvent>
 
 #include <utility>
 #include <vector>
@@ -9,7 +11,7 @@ namespace velmo {
 
 namespace {
 
-constexpr int kSeenAlpha = 64; // of 255; the highlighter is seen, soft edges and the laser's light are not
+constexpr int kSeenAlpha = 90; // of 255; the highlighter is seen, soft edges and the laser's light are not
 
 /// The pixels that have ink, with the upper left one at `origin`.
 QRegion inkOf(const QImage& picture, QPoint origin) {
@@ -66,6 +68,10 @@ void DrawingOverlay::showEvent(QShowEvent* event) {
 void DrawingOverlay::resizeEvent(QResizeEvent* event) {
     FloatingPanel::resizeEvent(event);
     view_.setGeometry(rect());
+}
+
+void DrawingOverlay::toView(QMouseEvent* event) {
+    QCoreApplication::sendEvent(&view_, event);
 }
 
 void DrawingOverlay::cutOut(const QRegion& area) {

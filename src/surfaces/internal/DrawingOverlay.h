@@ -28,9 +28,14 @@ protected:
     QRegion seenRegion() const override { return seen_; }
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    // What is cut off is no place of the canvas for Qt; all of the mouse is the canvas's all the same.
+    void mousePressEvent(QMouseEvent* event) override { toView(event); }
+    void mouseMoveEvent(QMouseEvent* event) override { toView(event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { toView(event); }
 
 private:
     void cutOut(const QRegion& area);
+    void toView(QMouseEvent* event);
 
     DrawingView view_;
     QRegion seen_; // the ink, where no compositing manager runs

@@ -1,13 +1,12 @@
 #include "surfaces/internal/Ink.h"
 
 #include "surfaces/HandDrawnShape.h"
-#include "surfaces/internal/LaserGlow.h"
+#include "surfaces/internal/LaserPicture.h"
 
 #include <QPainter>
 #include <QPen>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -105,6 +104,26 @@ QPointF softened(const QList<Point>& points, qsizetype k) {
     return (pointOf(points[k - 1]) + 2 * pointOf(points[k]) + pointOf(points[std::min(k + 1, last)])) / 4;
 }
 
+/// The ribbon that the nib's edge sweeps over. One path, and all pieces turn the same way: filled one by one, soft
+/// edges would show where they meet.
+QPainterPath nibFacets(const QList<Point>& points, double width, const Area& area, double reachOfItem) {
+    QPainterPath facets;
+    facets.setFillRule(Qt::WindingFill);
+    const QPointF nib(width * std::cos(kNibAngle), width * std::sin(kNibAngle));
+    QPointF from = softened(points, 0);
+    for (qsizetype k = 1; k < points.size(); ++k) {
+        const QPointF to = softened(points, k);
+        if (area.touches(boxAround({from, to}, reachOfItem))) {
+            const QPointF way = to - from;
+            const QPointF edge = nib.x() * way.y() < nib.y() * way.x() ? -nib : nib;
+            facets.addPolygon(QPolygonF({from - edge, from + edge, to + edge, to - edge}));
+            facets.closeSubpath();
+        }
+        from = to;
+    }
+    return facets;
+}
+
 void paintNib(QPainter& painter, const DrawingItem& item, double alpha, const Area& area) {
     const QList<Point>& points = item.points;
     const double width = item.width * kNibWidth;
@@ -113,16 +132,7 @@ void paintNib(QPainter& painter, const DrawingItem& item, double alpha, const Ar
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.color());
     painter.drawEllipse(pointOf(points[0]), width * 1.1 / 2, width * 1.1 / 2);
-    const QPointF nib(width * std::cos(kNibAngle), width * std::sin(kNibAngle));
-    QPointF from = softened(points, 0);
-    for (qsizetype k = 1; k < points.size(); ++k) {
-        const QPointF to = softened(points, k);
-        if (area.touches(boxAround({from, to}, reachOfItem))) {
-            const std::array facet{from - nib, from + nib, to + nib, to - nib};
-            painter.drawConvexPolygon(facet.data(), static_cast<int>(facet.size()));
-        }
-        from = to;
-    }
+    painter.drawPath(nibFacets(points, width, area, reachOfItem));
     painter.setBrush(Qt::NoBrush);
     const auto at = [&points](qsizetype k) { return softened(points, k); };
     stroke(painter, smoothPathThrough(points.size(), at, area, reachOfItem), pen); // hides the facets
@@ -224,7 +234,7 @@ double reach(const DrawingItem& item) {
     case DrawingKind::highlighter:
         return item.width * std::numbers::sqrt2 / 2 + kSoftEdge; // corners of its square ends
     case DrawingKind::laser:
-        return item.width / 2 + LaserGlow::kReach + kSoftEdge;
+        return item.width / 2 + LaserPicture::kReach + kSoftEdge;
     default:
         return item.width / 2 + kSoftEdge;
     }
@@ -233,6 +243,15 @@ double reach(const DrawingItem& item) {
 QPainterPath smoothPath(const QList<Point>& points, const Area& area, double reach) {
     return smoothPathThrough(
         points.size(), [&points](qsizetype i) { return pointOf(points[i]); }, area, reach);
+}
+
+void paintLaserLine(QPainter& painter, const DrawingItem& laser, double alpha, const Area& area) {
+    stroke(painter, smoothPath(laser.points, area, reach(laser)), penOf(laser.color, alpha, laser.width));
+}
+
+void paintLaserCore(QPainter& painter, const DrawingItem& laser, double alpha, const Area& area) {
+    stroke(painter, smoothPath(laser.points, area, reach(laser)),
+           penOf(Qt::white, 0.85 * alpha, std::max(laser.width * 0.35, 1.5)));
 }
 
 void paint(QPainter& painter, const DrawingItem& item, double alpha, const Area& area) {
@@ -245,13 +264,12 @@ void paint(QPainter& painter, const DrawingItem& item, double alpha, const Area&
         paintFountain(painter, item, alpha, area);
     } else if (item.kind == DrawingKind::nib) {
         paintNib(painter, item, alpha, area);
+    } else if (item.kind == DrawingKind::laser) {
+        paintLaserLine(painter, item, alpha, area);
+        paintLaserCore(painter, item, alpha, area);
     } else {
-        const QPainterPath path = smoothPath(item.points, area, reach(item));
-        const bool square = item.kind == DrawingKind::highlighter;
-        stroke(painter, path, penOf(item.color, alpha, item.width, square ? Qt::SquareCap : Qt::RoundCap));
-        if (item.kind == DrawingKind::laser) { // a hot core
-            stroke(painter, path, penOf(Qt::white, 0.85 * alpha, std::max(item.width * 0.35, 1.5)));
-        }
+        const Qt::PenCapStyle cap = item.kind == DrawingKind::highlighter ? Qt::SquareCap : Qt::RoundCap;
+        stroke(painter, smoothPath(item.points, area, reach(item)), penOf(item.color, alpha, item.width, cap));
     }
 }
 

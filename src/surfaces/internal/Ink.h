@@ -26,9 +26,13 @@ private:
     QRectF bounds_;
 };
 
-/// Paints the mark at `alpha` of its own. A laser's glow is not part of it, see LaserGlow. The painter's clip must lie
-/// inside `area`.
+/// Paints the mark at `alpha` of its own. A laser's light is not part of it, see LaserPicture. The painter's clip must
+/// lie inside `area`.
 void paint(QPainter& painter, const DrawingItem& item, double alpha, const Area& area);
+
+/// The two parts of a laser's ink; the core lies over the line. The core's own alpha is part of it.
+void paintLaserLine(QPainter& painter, const DrawingItem& laser, double alpha, const Area& area);
+void paintLaserCore(QPainter& painter, const DrawingItem& laser, double alpha, const Area& area);
 
 /// The line through all points of a stroke, or through those that can show in `area` with `reach` around it.
 QPainterPath smoothPath(const QList<Point>& points, const Area& area, double reach);

@@ -1,28 +1,20 @@
 #include "surfaces/internal/PictureFill.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-
-#include <hwy/highway.h>
 
 namespace velmo {
 namespace {
 
-namespace hn = hwy::HWY_NAMESPACE;
+using FillKernels::Axis;
+using FillKernels::kRows;
+using FillKernels::kSpare;
 
-constexpr int kWeightSum = 256;
-constexpr std::size_t kSpare = 64; // what a vector may write beyond a row
-
-/// Rec. 709, video range to full range, 256 times.
-constexpr int kLuma = 298;
-constexpr int kRedOfCr = 459;
-constexpr int kGreenOfCb = -55;
-constexpr int kGreenOfCr = -136;
-constexpr int kBlueOfCb = 541;
-
-std::uint32_t component(int value) {
-    return static_cast<std::uint32_t>(std::clamp((value + 128) >> 8, 0, 255));
-}
+// What the weights of one pixel sum to.
+constexpr int kRowUnity = 256;
+constexpr int kColumnUnity = 65536;
+constexpr int kMostWeight = 65535;
 
 /// The share of each unit in [from, to), or the two units around the middle of a part of a unit.
 struct Window {
@@ -58,118 +50,83 @@ void clampTo(Window& window, int available) {
     window.first = std::clamp(window.first, 0, available - 1);
 }
 
-} // namespace
-
-PictureFill::Axis PictureFill::makeAxis(double begin, double step, int available, int count) {
+Axis makeAxis(double begin, double step, int available, int count, int unity, bool mirrored) {
+    std::vector<Window> windows;
     Axis axis;
-    axis.first = available;
     for (int i = 0; i < count; ++i) {
-        Window window = coverage(begin + i * step, step);
-        clampTo(window, available);
-        axis.taps.push_back({window.first, static_cast<int>(window.shares.size()), axis.weights.size()});
+        windows.push_back(coverage(begin + (mirrored ? count - 1 - i : i) * step, step));
+        clampTo(windows.back(), available);
+        axis.count = std::max(axis.count, static_cast<int>(windows.back().shares.size()));
+    }
+    axis.first = available;
+    for (Window& window : windows) {
+        const int fits = std::min(window.first, available - axis.count); // units of weight 0 come before or after
+        window.shares.insert(window.shares.begin(), static_cast<std::size_t>(window.first - fits), 0);
+        window.shares.resize(static_cast<std::size_t>(axis.count));
+        axis.begins.push_back(fits);
         double share = 0;
         int given = 0;
         for (const double part : window.shares) { // rounded sums, so that all together are exact
             share += part;
-            const int upTo = static_cast<int>(std::lround(share * kWeightSum));
-            axis.weights.push_back(static_cast<std::uint16_t>(upTo - given));
+            const int upTo = static_cast<int>(std::lround(share * unity));
+            axis.weights.push_back(static_cast<std::uint16_t>(std::min(upTo - given, kMostWeight)));
             given = upTo;
         }
-        axis.first = std::min(axis.first, window.first);
-        axis.end = std::max(axis.end, window.first + axis.taps.back().count);
+        axis.first = std::min(axis.first, fits);
+        axis.end = std::max(axis.end, fits + axis.count);
     }
     return axis;
 }
 
-void PictureFill::mirror(Axis& axis) {
-    std::reverse(axis.taps.begin(), axis.taps.end());
+} // namespace
+
+void PictureFill::Line::makeRoom() {
+    count = static_cast<std::size_t>(unitBytes * (columns.end - columns.first));
+    sums.resize(kRows * (count + kSpare));
+    turned.resize(kRows * (count + kSpare));
+}
+
+void PictureFill::Line::add(const PlaneView& plane, int row, int last) {
+    const std::size_t stride = count + kSpare;
+    for (std::size_t i = 0; i < kRows; ++i) {
+        const auto line = static_cast<std::size_t>(std::min(row + static_cast<int>(i), last));
+        // Reads past a row stay inside the plane and its spare bytes.
+        FillKernels::addRows(plane.row(rows.begins[line]) + unitBytes * columns.first, plane.stride, rows.count,
+                             rows.weights.data() + line * static_cast<std::size_t>(rows.count), count,
+                             sums.data() + i * stride);
+    }
+    FillKernels::turn(sums.data(), stride, count, turned.data());
 }
 
 PictureFill::PictureFill(const Shape& shape) : shape_(shape) {
-    const double width = shape.from.width();
-    const double height = shape.from.height();
-    const double step = std::min(width / shape.to.width(), height / shape.to.height());
-    const double left = (width - step * shape.to.width()) / 2;
-    const double top = (height - step * shape.to.height()) / 2;
-    lumaColumns_ = makeAxis(left, step, shape.from.width(), shape.to.width());
-    lumaRows_ = makeAxis(top, step, shape.from.height(), shape.to.height());
-    chromaColumns_ = makeAxis(left / 2, step / 2, (shape.from.width() + 1) / 2, shape.to.width());
-    chromaRows_ = makeAxis(top / 2, step / 2, (shape.from.height() + 1) / 2, shape.to.height());
-    if (shape.mirrored) {
-        mirror(lumaColumns_);
-        mirror(chromaColumns_);
-    }
-    const auto units = [](const Axis& axis) { return static_cast<std::size_t>(axis.end - axis.first); };
-    lumaSums_.resize(units(lumaColumns_) + kSpare);
-    chromaSums_.resize(2 * units(chromaColumns_) + kSpare);
-    luma_.resize(lumaColumns_.taps.size());
-    chroma_.resize(2 * chromaColumns_.taps.size());
-}
-
-void PictureFill::addRows(const PlaneView& plane, int unitBytes, const Axis& columns, const Axis& rows, int row,
-                          std::vector<std::uint16_t>& sums) {
-    const Axis::Taps& taps = rows.taps[static_cast<std::size_t>(row)];
-    const auto bytes = static_cast<std::size_t>(unitBytes * (columns.end - columns.first));
-    const hn::ScalableTag<std::uint16_t> words;
-    const hn::Rebind<std::uint8_t, decltype(words)> small;
-    for (std::size_t i = 0; i < bytes; i += hn::Lanes(words)) {
-        auto sum = hn::Zero(words);
-        for (int tap = 0; tap < taps.count; ++tap) {
-            // Reads past a row stay inside the plane and its spare bytes.
-            const std::uint8_t* from = plane.row(taps.first + tap) + unitBytes * columns.first + i;
-            const auto weight = hn::Set(words, rows.weights[taps.weights + static_cast<std::size_t>(tap)]);
-            sum = hn::Add(sum, hn::Mul(hn::PromoteTo(words, hn::LoadU(small, from)), weight));
-        }
-        hn::StoreU(sum, words, sums.data() + i);
-    }
-}
-
-void PictureFill::addLuma() {
-    for (std::size_t x = 0; x < luma_.size(); ++x) {
-        const Axis::Taps& taps = lumaColumns_.taps[x];
-        const std::uint16_t* from = lumaSums_.data() + (taps.first - lumaColumns_.first);
-        const std::uint16_t* weight = lumaColumns_.weights.data() + taps.weights;
-        std::uint32_t sum = 1 << 15;
-        for (int tap = 0; tap < taps.count; ++tap) {
-            sum += std::uint32_t{from[tap]} * weight[tap];
-        }
-        luma_[x] = static_cast<std::int32_t>(sum >> 16);
-    }
-}
-
-void PictureFill::addChroma() {
-    for (std::size_t x = 0; x < chromaColumns_.taps.size(); ++x) {
-        const Axis::Taps& taps = chromaColumns_.taps[x];
-        const std::uint16_t* from = chromaSums_.data() + std::ptrdiff_t{2} * (taps.first - chromaColumns_.first);
-        const std::uint16_t* weight = chromaColumns_.weights.data() + taps.weights;
-        std::uint32_t blue = 1 << 15;
-        std::uint32_t red = 1 << 15;
-        for (int tap = 0; tap < taps.count; ++tap) {
-            blue += std::uint32_t{from[2 * tap]} * weight[tap];
-            red += std::uint32_t{from[2 * tap + 1]} * weight[tap];
-        }
-        chroma_[2 * x] = static_cast<std::int32_t>(blue >> 16);
-        chroma_[2 * x + 1] = static_cast<std::int32_t>(red >> 16);
-    }
-}
-
-void PictureFill::convertRow(std::uint32_t* to) const {
-    for (std::size_t x = 0; x < luma_.size(); ++x) {
-        const int luma = kLuma * (luma_[x] - 16);
-        const int cb = chroma_[2 * x] - 128;
-        const int cr = chroma_[2 * x + 1] - 128;
-        to[x] = 0xff000000U | component(luma + kRedOfCr * cr) << 16 |
-                component(luma + kGreenOfCb * cb + kGreenOfCr * cr) << 8 | component(luma + kBlueOfCb * cb);
-    }
+    const int width = shape.from.width();
+    const int height = shape.from.height();
+    const QSize to = shape.to;
+    const double step = std::min(width / static_cast<double>(to.width()), height / static_cast<double>(to.height()));
+    const double left = (width - step * to.width()) / 2;
+    const double top = (height - step * to.height()) / 2;
+    luma_.columns = makeAxis(left, step, width, to.width(), kColumnUnity, shape.mirrored);
+    luma_.rows = makeAxis(top, step, height, to.height(), kRowUnity, false);
+    luma_.makeRoom();
+    chroma_.columns = makeAxis(left / 2, step / 2, (width + 1) / 2, to.width(), kColumnUnity, shape.mirrored);
+    chroma_.rows = makeAxis(top / 2, step / 2, (height + 1) / 2, to.height(), kRowUnity, false);
+    chroma_.unitBytes = 2;
+    chroma_.makeRoom();
 }
 
 void PictureFill::fill(const PixelBuffer& from, QImage& to) {
-    for (int y = 0; y < shape_.to.height(); ++y) {
-        addRows(from.plane(0), 1, lumaColumns_, lumaRows_, y, lumaSums_);
-        addRows(from.plane(1), 2, chromaColumns_, chromaRows_, y, chromaSums_);
-        addLuma();
-        addChroma();
-        convertRow(reinterpret_cast<std::uint32_t*>(to.scanLine(y)));
+    const int last = shape_.to.height() - 1;
+    uchar* const bits = to.bits();
+    for (int y = 0; y <= last; y += static_cast<int>(kRows)) {
+        luma_.add(from.plane(0), y, last);
+        chroma_.add(from.plane(1), y, last);
+        std::array<std::uint32_t*, kRows> rows{};
+        for (std::size_t i = 0; i < kRows; ++i) {
+            rows[i] =
+                reinterpret_cast<std::uint32_t*>(bits + to.bytesPerLine() * std::min(y + static_cast<int>(i), last));
+        }
+        FillKernels::mixColumns(luma_.turned.data(), luma_.columns, chroma_.turned.data(), chroma_.columns,
+                                rows.data());
     }
 }
 

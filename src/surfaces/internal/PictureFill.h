@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/PixelBuffer.h"
+#include "surfaces/internal/FillKernels.h"
 
 #include <QImage>
 #include <QSize>
@@ -28,37 +29,25 @@ public:
     void fill(const PixelBuffer& from, QImage& to);
 
 private:
-    /// Which units of a line make unit `i` of the result, and how much each; the weights of one sum to 256.
-    struct Axis {
-        struct Taps {
-            int first = 0;
-            int count = 0;
-            std::size_t weights = 0; ///< index of the first
-        };
-        std::vector<Taps> taps;
-        std::vector<std::uint16_t> weights;
-        int first = 0; ///< units of the source that take part
-        int end = 0;
-    };
-    static Axis makeAxis(double begin, double step, int available, int count);
-    static void mirror(Axis& axis);
+    using Axis = FillKernels::Axis;
 
-    /// The weighted sum of the rows of `tap`, 256 times the values, from unit `columns.first` on.
-    static void addRows(const PlaneView& plane, int unitBytes, const Axis& columns, const Axis& rows, int row,
-                        std::vector<std::uint16_t>& sums);
-    void addLuma();
-    void addChroma();
-    void convertRow(std::uint32_t* to) const;
+    /// A plane's way to eight rows of the result.
+    struct Line {
+        Axis columns;
+        Axis rows;
+        int unitBytes = 1;
+        std::size_t count = 0;             ///< bytes of a row that take part
+        std::vector<std::uint16_t> sums;   ///< eight rows
+        std::vector<std::uint16_t> turned; ///< the same, column by column
+
+        void makeRoom();
+        /// For the rows of the result from `row` on; beyond `last` the last one again.
+        void add(const PlaneView& plane, int row, int last);
+    };
 
     Shape shape_;
-    Axis lumaColumns_;
-    Axis lumaRows_;
-    Axis chromaColumns_;
-    Axis chromaRows_;
-    std::vector<std::uint16_t> lumaSums_;
-    std::vector<std::uint16_t> chromaSums_;
-    std::vector<std::int32_t> luma_;   ///< one row of the result, 0 to 255
-    std::vector<std::int32_t> chroma_; ///< likewise, Cb and Cr in turn
+    Line luma_;
+    Line chroma_;
 };
 
 } // namespace velmo

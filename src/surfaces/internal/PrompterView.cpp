@@ -22,7 +22,7 @@ constexpr double kReadLight = 0.55; ///< of lines that have been read
 constexpr double kEdge = 10;        ///< points in which lines come up and go at the edges
 constexpr double kSteps = 4;        ///< positions a device pixel
 constexpr std::size_t kAhead = 2;   ///< lines painted before they are seen
-constexpr qsizetype kSlice = 4000;  ///< characters laid out between two events
+constexpr qsizetype kSlice = 2000;  ///< characters laid out between two events
 constexpr int kWhole = 256;
 
 QFont scriptFont(double size) {

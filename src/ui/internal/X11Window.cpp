@@ -7,10 +7,12 @@
 #include <cmath>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
+#include <xcb/xinput.h>
 
 namespace velmo::X11Window {
 
@@ -23,6 +25,17 @@ xcb_connection_t* connection() {
 
 template <typename T>
 using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+std::optional<xcb_input_device_id_t> mouseDevice() {
+    xcb_connection_t* x11 = connection();
+    if (x11 == nullptr) {
+        return std::nullopt;
+    }
+    const Reply<xcb_input_xi_get_client_pointer_reply_t> reply(
+        xcb_input_xi_get_client_pointer_reply(x11, xcb_input_xi_get_client_pointer(x11, XCB_NONE), nullptr),
+        &std::free);
+    return reply ? std::optional(reply->deviceid) : std::nullopt;
+}
 
 } // namespace
 
@@ -83,26 +96,28 @@ void setKeyboardOwner(std::uint32_t window) {
         &std::free);
 }
 
+// By XInput 2, by which Qt reads the mouse: a grab of the core protocol would keep its events from Qt.
 void grabMouse(std::uint32_t window) {
-    xcb_connection_t* x11 = connection();
-    if (x11 == nullptr) {
+    const auto pointer = mouseDevice();
+    if (!pointer) {
         return;
     }
-    constexpr std::uint16_t kEvents =
-        XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
-    constexpr std::uint8_t kOtherWindowsGetTheirs = 1;
-    const Reply<xcb_grab_pointer_reply_t> reply(
-        xcb_grab_pointer_reply(x11,
-                               xcb_grab_pointer(x11, kOtherWindowsGetTheirs, window, kEvents, XCB_GRAB_MODE_ASYNC,
-                                                XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-                               nullptr),
+    constexpr std::uint32_t kEvents =
+        XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE | XCB_INPUT_XI_EVENT_MASK_MOTION;
+    const Reply<xcb_input_xi_grab_device_reply_t> reply(
+        xcb_input_xi_grab_device_reply(connection(),
+                                       xcb_input_xi_grab_device(connection(), window, XCB_CURRENT_TIME, XCB_NONE,
+                                                                *pointer, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                                                                XCB_INPUT_GRAB_MODE_22_ASYNC,
+                                                                XCB_INPUT_GRAB_OWNER_OWNER, 1, &kEvents),
+                                       nullptr),
         &std::free);
 }
 
 void releaseMouse() {
-    if (xcb_connection_t* x11 = connection()) {
-        xcb_ungrab_pointer(x11, XCB_CURRENT_TIME);
-        xcb_flush(x11);
+    if (const auto pointer = mouseDevice()) {
+        xcb_input_xi_ungrab_device(connection(), XCB_CURRENT_TIME, *pointer);
+        xcb_flush(connection());
     }
 }
 

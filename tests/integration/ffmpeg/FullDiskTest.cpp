@@ -1,6 +1,8 @@
 #include "Material.h"
 #include "Probe.h"
 
+#include "media/RecordingJournal.h"
+#include "media/RecordingRepair.h"
 #include "platform/ffmpeg/FfmpegAssetWriterFactory.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +33,7 @@ struct Outcome {
     bool inputClosed = false;
     WriterStatus status = WriterStatus::unknown;
     Error reason;
+    Error told; ///< by a writer that failed
 };
 
 /// Writes noise, with sound, until the writer ends it by itself or `limit` pictures are in.
@@ -74,6 +77,7 @@ Outcome recordUntilInterrupted(const std::filesystem::path& path, std::int64_t m
     }
     finish(*writer);
     outcome.status = writer->status();
+    outcome.told = writer->error().value_or(Error());
     return outcome;
 }
 
@@ -167,18 +171,30 @@ TEST(DiskThatFails, EndsTheRecordingAndKeepsIt) {
     expectPlayable(folder / "a.mp4");
 }
 
-TEST(DiskThatFails, AndStaysSoMakesTheWriterFailWithWords) {
+TEST(DiskThatFails, AndStaysSoMakesTheWriterFailWithWordsAndKeepsTheRecordingForRepair) {
     const TemporaryFolder folder;
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit small{kLimit, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    const Outcome outcome = recordUntilInterrupted(folder / "a.mp4", 0, 2000);
+    const Outcome outcome = recordUntilInterrupted(folder / "a.mp4", 0, 2000, [&] {
+        const rlimit less{kLimit / 2, before.rlim_max}; // not even the index has room
+        setrlimit(RLIMIT_FSIZE, &less);
+    });
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, ignored);
     EXPECT_TRUE(outcome.interrupted);
     EXPECT_EQ(outcome.status, WriterStatus::failed);
+    EXPECT_EQ(outcome.told.text,
+              "El archivo es demasiado grande para este disco. Lo grabado se conserva y se intentará "
+              "recuperar al volver a abrir Velmo Studio.");
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.mp4")) << "whoever is told may delete what is there";
+
+    const auto repaired = repairRecording(journalOf(folder / "a.mp4"));
+    ASSERT_TRUE(repaired.ok() && repaired.value());
+    EXPECT_EQ(repaired.value()->video, folder / "a.mp4");
+    expectPlayable(folder / "a.mp4");
 }
 
 } // namespace

@@ -69,9 +69,17 @@ void OtherClient::tap(std::uint8_t keyCode) {
 }
 
 void OtherClient::tapWithControl(std::uint8_t keyCode) {
-    press(kControlKey);
+    tapWith({kControlKey}, keyCode);
+}
+
+void OtherClient::tapWith(std::initializer_list<std::uint8_t> held, std::uint8_t keyCode) {
+    for (const std::uint8_t key : held) {
+        press(key);
+    }
     tap(keyCode);
-    release(kControlKey);
+    for (const std::uint8_t key : held) {
+        release(key);
+    }
 }
 
 int OtherClient::heardPresses() {

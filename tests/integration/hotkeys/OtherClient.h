@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <initializer_list>
 
 namespace velmo {
 
@@ -25,6 +26,8 @@ public:
     void tap(std::uint8_t keyCode);
     /// Control and the key, down and up.
     void tapWithControl(std::uint8_t keyCode);
+    /// The keys held down before it, and up after it.
+    void tapWith(std::initializer_list<std::uint8_t> held, std::uint8_t keyCode);
 
     /// Key presses that its own window has heard since the last call.
     int heardPresses();
@@ -38,6 +41,8 @@ private:
 };
 
 inline constexpr std::uint8_t kControlKey = 37;
+inline constexpr std::uint8_t kAltKey = 64;
+inline constexpr std::uint8_t kSuperKey = 133;
 inline constexpr std::uint8_t kCapsLockKey = 66;
 inline constexpr std::uint8_t kNumLockKey = 77;
 inline constexpr std::uint8_t kShiftKey = 50;

@@ -232,6 +232,29 @@ TEST_F(Presenter, InTheVideoTheGroundComesUpAndGoesWithoutAFlash) {
     EXPECT_LT(darkest, 200);
 }
 
+TEST_F(Presenter, IsNeverInTheVideoWithWhatStoodOnTheScreenBeforeItWasPainted) {
+    QWidget bar(nullptr, Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
+    bar.setGeometry(0, 300, 500, 500);
+    bar.setStyleSheet(QStringLiteral("background: #ff00ff"));
+    bar.show();
+    window.prepare(screen);
+    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }, 5s));
+    Recording recording(capture, screen.displayID, *window.windowID(), {200, 500});
+    pass(200ms);
+    window.park();
+    for (int i = 0; i < 4; ++i) {
+        window.enter(screen, PresenterStyle::sideRight);
+        ASSERT_TRUE(comesToBe(Phase::shown));
+        window.exit({});
+        ASSERT_TRUE(comesToBe(Phase::rest));
+    }
+    const std::vector<QColor> colors = recording.colors();
+    ASSERT_GT(colors.size(), 20u);
+    for (const QColor& color : colors) {
+        ASSERT_LT(color.saturation(), 60) << qPrintable(color.name());
+    }
+}
+
 TEST_F(Presenter, LetsTheMouseThrough) {
     const auto below = client.create({0, 0, 1920, 1080}, {});
     const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS;

@@ -1,5 +1,6 @@
 #include "platform/desktop/XInputPointerMotion.h"
 #include "session/QtTimers.h"
+#include "support/PaintDamage.h"
 #include "support/WaitUntil.h"
 #include "support/XTestClient.h"
 #include "surfaces/RegionPicker.h"
@@ -12,8 +13,6 @@
 #include <QWidget>
 
 #include <gmock/gmock.h>
-
-#include <xcb/damage.h>
 
 #include <algorithm>
 #include <chrono>
@@ -45,43 +44,6 @@ public:
         return {static_cast<double>(QCursor::pos().x()), kHeight - QCursor::pos().y()};
     }
     mutable int looks = 0;
-};
-
-/// What is painted into a window, by the X server's own account.
-class Damage {
-public:
-    Damage(test::XTestClient& client, const QWidget& widget) : client_(client) {
-        xcb_connection_t* x11 = client.xcb();
-        std::free(xcb_damage_query_version_reply(x11, xcb_damage_query_version(x11, 1, 1), nullptr));
-        first_ = xcb_get_extension_data(x11, &xcb_damage_id)->first_event;
-        id_ = xcb_generate_id(x11);
-        xcb_damage_create(x11, id_, static_cast<xcb_drawable_t>(widget.winId()),
-                          XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
-        client.sync();
-        read();
-        events = 0;
-        pixels = 0;
-    }
-    ~Damage() { xcb_damage_destroy(client_.xcb(), id_); }
-
-    void read() {
-        client_.sync();
-        while (const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event{xcb_poll_for_event(client_.xcb()),
-                                                                                      &std::free}) {
-            if ((event->response_type & 0x7f) == first_ + XCB_DAMAGE_NOTIFY) {
-                const auto* notify = reinterpret_cast<const xcb_damage_notify_event_t*>(event.get());
-                ++events;
-                pixels += notify->area.width * notify->area.height;
-            }
-        }
-    }
-    int events = 0;
-    int pixels = 0;
-
-private:
-    test::XTestClient& client_;
-    std::uint8_t first_ = 0;
-    xcb_damage_damage_t id_ = 0;
 };
 
 class Surfaces : public testing::Test {
@@ -153,7 +115,7 @@ TEST_F(Surfaces, ASpotlightThatRestsPaintsNothing) {
     overlay.start(screen, true);
     overlay.setSpotlight(true);
     pass(1500ms);
-    Damage damage(client, overlay.view()->spot());
+    test::PaintDamage damage(client, static_cast<xcb_window_t>(overlay.view()->spot().winId()));
     pass(3s);
     damage.read();
     EXPECT_EQ(damage.events, 0);
@@ -163,7 +125,7 @@ TEST_F(Surfaces, AMovingSpotPaintsFarLessThanTheScreen) {
     overlay.start(screen, true);
     overlay.setSpotlight(true);
     pass(1500ms);
-    Damage damage(client, overlay.view()->spot());
+    test::PaintDamage damage(client, static_cast<xcb_window_t>(overlay.view()->spot().winId()));
     for (int i = 0; i < 60; ++i) {
         moveMouse(960 + 5 * i, 540);
         pass(16ms);

@@ -42,7 +42,8 @@ protected:
                 note("quadrel.stop"),
                 note("notices.open"),
                 note("site.open"),
-                note("quit")};
+                note("quit"),
+                [this] { return modifier_; }};
     }
     void launch() {
         hotKeys_ = std::make_unique<HotKeys>(
@@ -64,6 +65,7 @@ protected:
     test::FakeHotKeyService service_;
     std::unique_ptr<HotKeys> hotKeys_;
     std::unique_ptr<AppDelegate> delegate_;
+    ShortcutModifier modifier_ = ShortcutModifier::control;
     bool isOnboarded_ = true;
     bool isQuadrelAvailable_ = false;
 };
@@ -110,6 +112,27 @@ TEST_F(AppDelegateTest, TheRecordingKeysLiveFromTheStartOfARecordingToItsEndAndT
     settle();
     EXPECT_EQ(controller->state(), test::State::saving);
     EXPECT_THAT(service_.registered, SizeIs(1)) << "while saving only the permanent key is there";
+}
+
+TEST_F(AppDelegateTest, TheKeysAreHeldWithTheModifierThatWasChosenBeforeTheLaunch) {
+    modifier_ = ShortcutModifier::super;
+    launch();
+    EXPECT_EQ(service_.registered[1].modifiers, 256U);
+    EXPECT_THAT(service_.calls, ElementsAre("register 1"));
+}
+
+TEST_F(AppDelegateTest, AnotherModifierWhileRecordingHoldsForAllKeysAtOnce) {
+    launch();
+    record();
+    settle();
+    modifier_ = ShortcutModifier::controlAlt;
+    delegate_->shortcutModifierChanged();
+    EXPECT_THAT(service_.registered, SizeIs(18));
+    for (const auto& [id, key] : service_.registered) {
+        EXPECT_EQ(key.modifiers, 6144U) << id;
+    }
+    press(kToggleKeyID);
+    EXPECT_EQ(controller->state(), test::State::idle);
 }
 
 TEST_F(AppDelegateTest, ATakenKeyIsLoggedAndTheApplicationGoesOn) {

@@ -156,6 +156,60 @@ TEST_F(HotKeysTest, ACallbackMayReleaseItsOwnKey) {
     EXPECT_THAT(done_, ElementsAre("1"));
 }
 
+TEST_F(HotKeysTest, AnotherModifierHoldsAtOnceForEveryKey) {
+    keys_->registerKey(1, 5, keys_->modifiers(), note("toggle"));
+    keys_->setRecordingKeys(true);
+    service_.calls.clear();
+    keys_->setModifiers(256);
+    EXPECT_THAT(service_.calls, ElementsAre("unregister 1", "unregister 2", "unregister 11", "unregister 23",
+                                            "register 1", "register 2", "register 11", "register 23"));
+    ASSERT_THAT(service_.registered, SizeIs(4));
+    for (const auto& [id, key] : service_.registered) {
+        EXPECT_EQ(key.modifiers, 256U) << id;
+    }
+    press(1);
+    press(11);
+    EXPECT_THAT(done_, ElementsAre("toggle", "spotlight"));
+}
+
+TEST_F(HotKeysTest, AModifierThatWasChosenBeforeARecordingIsThatOfItsKeys) {
+    keys_->setModifiers(4096 + 2048);
+    EXPECT_THAT(service_.calls, IsEmpty());
+    keys_->setRecordingKeys(true);
+    EXPECT_EQ(service_.registered[11].modifiers, 4096U + 2048U);
+}
+
+TEST_F(HotKeysTest, AKeyThatWasTakenMayBeFreeWithAnotherModifier) {
+    service_.takenKeyCodes[3] = 10;
+    keys_->setRecordingKeys(true);
+    EXPECT_THAT(keys_->taken(), ElementsAre(11));
+    service_.takenKeyCodes.clear();
+    keys_->setModifiers(256);
+    EXPECT_THAT(keys_->taken(), IsEmpty());
+    press(11);
+    EXPECT_THAT(done_, ElementsAre("spotlight"));
+}
+
+TEST_F(HotKeysTest, WithoutARecordingItsKeysAreTriedAndGivenBack) {
+    service_.takenKeyCodes[35] = 10;
+    service_.takenKeyCodes[5] = 10;
+    keys_->registerKey(1, 5, kControlModifier, note("toggle"));
+    EXPECT_THAT(keys_->taken(), ElementsAre(1, 2));
+    EXPECT_THAT(service_.registered, IsEmpty());
+    EXPECT_THAT(log_, ElementsAre("atajo 1 no disponible (10)")) << "only what was asked for is logged";
+    press(11);
+    EXPECT_THAT(done_, IsEmpty());
+}
+
+TEST_F(HotKeysTest, AKeyThatBecameFreeIsHadWhenItIsLookedAt) {
+    service_.takenKeyCodes[5] = 10;
+    keys_->registerKey(1, 5, kControlModifier, note("toggle"));
+    service_.takenKeyCodes.clear();
+    EXPECT_THAT(keys_->taken(), IsEmpty());
+    press(1);
+    EXPECT_THAT(done_, ElementsAre("toggle"));
+}
+
 TEST_F(HotKeysTest, NothingIsHeldAndNothingFiresWhenTheyAreGone) {
     keys_->registerKey(1, 5, kControlModifier, note("toggle"));
     keys_->setRecordingKeys(true);

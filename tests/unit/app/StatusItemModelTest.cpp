@@ -107,6 +107,15 @@ TEST(StatusItemModel, TheClockMovesWithoutBuildingTheMenuAnew) {
     EXPECT_EQ(second.look.title, " 00:02");
 }
 
+TEST(StatusItemModel, AnotherModifierOfTheKeysBuildsTheMenuAnew) {
+    StatusItemModel model;
+    model.update(State::idle, 0, false);
+    EXPECT_FALSE(model.update(State::idle, 0, false, ShortcutModifier::control).menu);
+    const auto update = model.update(State::idle, 0, false, ShortcutModifier::controlAlt);
+    ASSERT_TRUE(update.menu);
+    EXPECT_EQ((*update.menu)[1].title, "Grabar ahora  ⌃⌥G");
+}
+
 TEST(StatusItemModel, PausingBuildsTheMenuAnew) {
     StatusItemModel model;
     model.update(State::recording, 1, false);

@@ -46,6 +46,54 @@ TEST_P(FramePathAllocations, AreNoneOnceTheFirstFrameIsThrough) {
     EXPECT_GT(rendered, 300);
 }
 
+/// A window that is dragged about in every frame, a bubble that is uncovered where it stands, the column with camera
+/// and name tag coming and going, each frame with new pictures.
+TEST_P(FramePathAllocations, AreNoneForBubblesAndColumnOnceMasksAndNameTagAreDrawn) {
+    test::ManualClock clock(10);
+    ZoomProcessor zoom(clock);
+    zoom.configure({0, 0, 320, 180});
+    zoom.setEnabled(true);
+    zoom.setNameTag(ZoomProcessor::NameTagText{"Ana Guadalupe Martínez de la Concepción", "Profesora de Matemáticas"});
+    const FrameRef source = test::makePicture(GetParam(), 320, 180, test::Content::noise);
+    const FrameRef overlays[] = {test::makePicture(PixelFormat::bgra, 100, 80, test::Content::noise),
+                                 test::makePicture(PixelFormat::bgra, 100, 80, test::Content::flat)};
+    const FrameRef cameras[] = {test::makePicture(GetParam(), 160, 90, test::Content::noise),
+                                test::makePicture(GetParam(), 160, 90, test::Content::flat)};
+    BubbleInfo window;
+    window.key = 1;
+    window.window = {0, 20, 100, 80};
+    BubbleInfo uncovered;
+    uncovered.key = 2;
+    uncovered.rect = {200.5, 60, 80, 80};
+    uncovered.circle = true;
+    uncovered.label = Rect{190, 40, 100, 20};
+    constexpr int kFrames = 300;
+    std::vector<std::vector<BubbleInfo>> lists; // the caller's own
+    for (int i = 0; i < kFrames; ++i) {
+        window.window.x = (i * 3) % 220 + i * 0.01;
+        lists.push_back({window, uncovered});
+    }
+    double time = 0;
+    const auto frame = [&](int i) {
+        zoom.update({i * 5.0, i * 3.0}, std::move(lists[static_cast<std::size_t>(i)]));
+        zoom.setOverlay(1, overlays[i % 2]);
+        zoom.setCameraFrame(cameras[i % 2]);
+        zoom.setColumn(i % 100 < 60, i < 150);
+        zoom.stepTo(time += 1 / 30.0);
+        return zoom.needsProcessing() && zoom.render(source, MediaTime(i, 30), MediaTime(1, 30));
+    };
+    for (int i = 0; i < 80; ++i) { // both the column and its going are through once
+        ASSERT_TRUE(frame(i));
+    }
+    const std::size_t before = test::allocationCount();
+    int rendered = 0;
+    for (int i = 80; i < kFrames; ++i) {
+        rendered += frame(i) ? 1 : 0;
+    }
+    EXPECT_EQ(test::allocationCount(), before);
+    EXPECT_EQ(rendered, kFrames - 80);
+}
+
 INSTANTIATE_TEST_SUITE_P(Formats, FramePathAllocations, ::testing::Values(PixelFormat::nv12, PixelFormat::bgra));
 
 } // namespace

@@ -2,7 +2,9 @@
 
 #include "OnlyTarget.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -31,6 +33,11 @@ std::vector<std::uint8_t> renderRow(int unitBytes) {
         std::vector<std::uint8_t> row(components);
         blendLines(lines[0].front().words, lines[1].front().words, weight, row.data(), static_cast<int>(components));
         out.insert(out.end(), row.begin(), row.begin() + kUnits * unitBytes);
+        std::vector<Block> line(components / 32);
+        blendToLine(lines[0].front().words, lines[1].front().words, weight, line.front().words,
+                    static_cast<int>(components));
+        const auto* bytes = reinterpret_cast<const std::uint8_t*>(line.front().words);
+        out.insert(out.end(), bytes, bytes + 2 * kUnits * unitBytes);
     }
     return out;
 }
@@ -42,6 +49,51 @@ TEST(RowKernels, EveryInstructionSetOfThisMachineGivesTheSameBytes) {
         compared += test::onEachTarget([&](const char* name) { EXPECT_EQ(renderRow(unitBytes), best) << name; });
     }
     EXPECT_GE(compared, 3);
+}
+
+/// The components of a row that is scaled with `step` source units to a unit, rounded.
+std::vector<int> scaledRow(const std::vector<std::uint8_t>& source, int unitBytes, double step, int units) {
+    ColumnTable table;
+    const int length = static_cast<int>(source.size() - 64) / unitBytes;
+    table.prepare(AxisMap::scaled(length, 0.3, step), units, unitBytes);
+    std::vector<Block> line(static_cast<std::size_t>(table.groupCount() * ColumnTable::kGroup / 32));
+    stretchRow(source.data(), table, line.front().words);
+    const std::int16_t* first = line.front().words;
+    return {first, first + units * unitBytes};
+}
+
+TEST(RowKernels, ARowThatIsShrunkALotIsScaledByTheSameLaw) {
+    std::mt19937 random(5);
+    for (const int unitBytes : {1, 2, 4}) {
+        std::vector<std::uint8_t> source(static_cast<std::size_t>(400 * unitBytes + 64));
+        std::generate(source.begin(), source.end(), [&] { return static_cast<std::uint8_t>(random()); });
+        for (const double step : {0.4, 1.0, 1.25, 1.5, 1.9, 2.0, 2.4, 7.3, 60.0}) {
+            const int units = 70;
+            const std::vector<int> row = scaledRow(source, unitBytes, step, units);
+            for (int i = 0; i < units; ++i) {
+                const double x = std::clamp((i + 0.5 - 0.3) * step - 0.5, 0.0, 399.0);
+                const int left = static_cast<int>(x);
+                const int right = std::min(left + 1, 399);
+                for (int c = 0; c < unitBytes; ++c) {
+                    const double a = source[static_cast<std::size_t>(left * unitBytes + c)];
+                    const double b = source[static_cast<std::size_t>(right * unitBytes + c)];
+                    ASSERT_NEAR(row[static_cast<std::size_t>(i * unitBytes + c)] / 128.0, a + (b - a) * (x - left),
+                                0.02)
+                        << unitBytes << " bytes, step " << step << ", unit " << i;
+                }
+            }
+        }
+    }
+}
+
+TEST(AxisMap, AnUnscaledSourceAtAWholePlaceIsTakenUnitByUnit) {
+    const AxisMap map = AxisMap::scaled(50, -7, 1);
+    for (int i = 0; i < 43; ++i) {
+        EXPECT_EQ(map.at(i).index, i + 7);
+        EXPECT_EQ(map.at(i).weight, 0);
+    }
+    EXPECT_EQ(map.at(49).index, 49);
+    EXPECT_EQ(AxisMap::scaled(50, 7, 1).at(3).index, 0);
 }
 
 TEST(AxisMap, NeighboursNeverLieFurtherApartThanTheirOutputs) {
@@ -69,6 +121,9 @@ TEST(AxisMap, ValuesThatAreNoNumbersStillGiveALegalMap) {
             for (const int i : {0, 50, 99}) {
                 EXPECT_GE(map.at(i).index, 0);
                 EXPECT_LE(map.at(i).index, 99);
+                const AxisMap::Tap tap = AxisMap::scaled(100, center, scale).at(i);
+                EXPECT_GE(tap.index, 0);
+                EXPECT_LE(tap.index, 99);
             }
         }
     }

@@ -176,6 +176,137 @@ TEST_F(ZoomRender, EachLiveEffectMakesAFrame) {
     EXPECT_TRUE(render(picture_));
 }
 
+BubbleInfo windowOf(int key, const Rect& window) {
+    BubbleInfo info;
+    info.key = key;
+    info.window = window;
+    return info;
+}
+
+TEST_F(ZoomRender, AWindowStandsWhereItIsOnTheScreenWhileThePictureIsZoomed) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::noise);
+    const FrameRef picture = makePicture(PixelFormat::bgra, 60, 40, Content::flat, 9);
+    zoom_.configure({100, 50, 320, 180});
+    zoom_.setEnabled(true);
+    zoom_.setOverlay(1, picture);
+    const BubbleInfo info = windowOf(1, {150, 70, 60, 40});
+    for (int i = 0; i < 60; ++i) {
+        zoom_.update({250, 140}, {info});
+        zoom_.stepTo(i / 30.0);
+        const auto sample = render(source);
+        ASSERT_TRUE(sample);
+        test::ReferenceScene scene{zoom_.motion().center(), zoom_.motion().scale(), {}, 0, {}};
+        scene.screen = {100, 50, 320, 180};
+        scene.surfaces = {{info, picture}};
+        ASSERT_TRUE(picturesAgree(*sample->image, *test::referenceRender(*source, scene), 1, "window-while-zooming"))
+            << "frame " << i;
+    }
+    EXPECT_GT(zoom_.scale(), 1.9);
+}
+
+TEST_F(ZoomRender, AWindowThatIsResizedWhileItIsRecordedIsWholeInEveryFrame) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::noise);
+    zoom_.configure({0, 0, 320, 180});
+    FrameRef picture = makePicture(PixelFormat::bgra, 60, 40, Content::noise, 9);
+    for (int i = 0; i < 24; ++i) {
+        const BubbleInfo info = windowOf(0, {20.0 + i, 30, 60.0 + 4 * i, 40.0 + 3 * i});
+        if (i % 3 == 2) { // the stream comes after the window
+            picture = makePicture(PixelFormat::bgra, 60 + 4 * i, 40 + 3 * i, Content::noise, 9);
+        }
+        zoom_.setOverlay(0, picture);
+        zoom_.update({160, 90}, {info});
+        zoom_.stepTo(i / 30.0);
+        const auto sample = render(source);
+        ASSERT_TRUE(sample);
+        test::ReferenceScene scene;
+        scene.screen = {0, 0, 320, 180};
+        scene.surfaces = {{info, picture}};
+        ASSERT_TRUE(picturesAgree(*sample->image, *test::referenceRender(*source, scene), 1, "window-resized"))
+            << "frame " << i;
+    }
+}
+
+TEST_F(ZoomRender, ThePictureOfAClosedWindowStaysAndIsShownOnlyWithItsBubble) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::noise);
+    const FrameRef picture = makePicture(PixelFormat::bgra, 60, 40, Content::flat, 9);
+    zoom_.configure({0, 0, 320, 180});
+    zoom_.setOverlay(2, picture);
+    zoom_.update({160, 90}, {windowOf(2, {20, 20, 60, 40})});
+    const auto shown = render(source);
+    ASSERT_TRUE(shown);
+    zoom_.update({160, 90}, {windowOf(1, {20, 20, 60, 40})});
+    EXPECT_FALSE(render(source));
+    zoom_.update({160, 90}, {});
+    EXPECT_FALSE(render(source));
+    zoom_.update({160, 90}, {windowOf(2, {20, 20, 60, 40})});
+    EXPECT_TRUE(picturesAgree(*render(source)->image, *shown->image, 0, "shown-again"));
+}
+
+TEST_F(ZoomRender, NoPictureOfAWindowOrACameraIsHeldLongerThanAFrame) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::noise);
+    const FrameRef picture = makePicture(PixelFormat::bgra, 60, 40, Content::flat, 9);
+    const FrameRef camera = makePicture(PixelFormat::nv12, 60, 40, Content::flat, 9);
+    zoom_.configure({0, 0, 320, 180});
+    zoom_.setOverlay(0, picture);
+    zoom_.setCameraFrame(camera);
+    zoom_.setColumn(true, true);
+    zoom_.update({160, 90}, {windowOf(0, {20, 20, 60, 40})});
+    zoom_.stepTo(0);
+    zoom_.stepTo(0.1);
+    ASSERT_TRUE(render(source));
+    zoom_.setOverlay(0, nullptr);
+    zoom_.setCameraFrame(nullptr);
+    EXPECT_FALSE(picture->isShared());
+    EXPECT_FALSE(camera->isShared());
+}
+
+TEST_F(ZoomRender, OnlySoManyBubblesAreShown) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 320, 180, Content::noise);
+    zoom_.configure({0, 0, 320, 180});
+    zoom_.setOverlay(0, makePicture(PixelFormat::bgra, 10, 10, Content::flat, 9));
+    std::vector<BubbleInfo> many(ZoomProcessor::kMostBubbles, windowOf(0, {20, 20, 10, 10}));
+    zoom_.update({160, 90}, many);
+    const auto most = render(source);
+    many.push_back(windowOf(0, {200, 100, 10, 10}));
+    zoom_.update({160, 90}, many);
+    EXPECT_TRUE(picturesAgree(*render(source)->image, *most->image, 0, "too-many-bubbles"));
+}
+
+TEST_F(ZoomRender, TheColumnSlidesInAndOutWithCameraAndNameTag) {
+    const FrameRef source = makePicture(PixelFormat::nv12, 640, 360, Content::noise);
+    const FrameRef camera = makePicture(PixelFormat::nv12, 320, 240, Content::noise, 5);
+    const ZoomProcessor::NameTagText tag{"Ana Soto", "Física"};
+    zoom_.configure({0, 0, 640, 360});
+    zoom_.update({320, 180}, {});
+    zoom_.setCameraFrame(camera);
+    zoom_.setNameTag(tag);
+    int rendered = 0;
+    for (int i = 0; i < 90; ++i) {
+        zoom_.setColumn(i < 45, i >= 20);
+        zoom_.stepTo(i / 30.0);
+        const auto sample = render(source);
+        if (!sample) {
+            continue;
+        }
+        ++rendered;
+        test::ReferenceScene scene;
+        scene.column = {zoom_.motion().colT(), i >= 20, camera, tag};
+        ASSERT_TRUE(picturesAgree(*sample->image, *test::referenceRender(*source, scene), 1, "sliding-column"))
+            << "frame " << i;
+    }
+    EXPECT_GT(rendered, 60);
+    EXPECT_LT(rendered, 90);
+}
+
+TEST_F(ZoomRender, WithoutTheColumnThereIsNoNameTag) {
+    zoom_.setNameTag(ZoomProcessor::NameTagText{"Ana Soto", "Física"});
+    zoom_.setCameraFrame(picture_);
+    zoom_.setScale(2);
+    const auto with = render(picture_);
+    zoom_.setNameTag(std::nullopt);
+    EXPECT_TRUE(picturesAgree(*with->image, *render(picture_)->image, 0, "no-column"));
+}
+
 TEST_F(ZoomRender, ThePoolOfFourIsKeptAcrossFrames) {
     zoom_.setScale(2);
     std::set<const PixelBuffer*> seen;

@@ -86,7 +86,7 @@ TEST_P(UnreadableMetadata, StartsEmptyAndIsKeptAsideByTheNextSave) {
     video("a.mp4");
     writeMetadata(GetParam());
     open();
-    EXPECT_EQ(item("a.mp4").duration, 0) << "one malformed entry discards all";
+    EXPECT_EQ(item("a.mp4").duration, 0);
     EXPECT_EQ(metadataText(), GetParam()) << "nothing is touched before there is something to save";
 
     library->add(folder / "a.mp4", 5, {}, {});
@@ -102,13 +102,45 @@ INSTANTIATE_TEST_SUITE_P(All, UnreadableMetadata,
                          testing::Values("", "no es JSON", R"({"a.mp4": {"duration": 9, "mark)", "[]",
                                          R"({"a.mp4": 9})", R"({"a.mp4": {"duration": 9}})",
                                          R"({"a.mp4": {"markers": []}})",
-                                         R"({"a.mp4": {"duration": 9, "markers": []}, "b.mp4": {"duration": 9}})",
                                          R"({"a.mp4": {"duration": "9", "markers": []}})",
                                          R"({"a.mp4": {"duration": 9, "markers": ["1"]}})",
                                          R"({"a.mp4": {"duration": 9, "markers": {}}})",
                                          R"({"a.mp4": {"duration": 9, "markers": [], "titles": "uno"}})",
                                          R"({"a.mp4": {"duration": 9, "markers": [], "titles": [1]}})",
                                          R"({"a.mp4": {"duration": 9, "markers": [], "driveLink": 5}})"));
+
+struct Damage {
+    const char* name;
+    const char* json;
+};
+
+class DamagedMetadata : public test::LibraryFixture, public testing::WithParamInterface<Damage> {};
+
+TEST_P(DamagedMetadata, KeepsTheEntriesThatAreWholeAndTheFileAside) {
+    video("a.mp4");
+    video("b.mp4");
+    writeMetadata(GetParam().json);
+    open();
+    EXPECT_EQ(item("a.mp4").duration, 9);
+    EXPECT_THAT(item("a.mp4").markers, ElementsAre(1, 2));
+    EXPECT_EQ(item("b.mp4").duration, 0);
+
+    library->add(folder / "b.mp4", 5, {}, {});
+
+    EXPECT_EQ(contentOf(folder / ".velmo-studio.json.damaged-1"), GetParam().json);
+    EXPECT_EQ(metadata().keys(), (QStringList{"a.mp4", "b.mp4"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, DamagedMetadata,
+    testing::Values(
+        Damage{"ABadEntry", R"({"a.mp4": {"duration": 9, "markers": [1, 2]}, "b.mp4": {"duration": 9}})"},
+        Damage{"CutOff", R"({"a.mp4":{"duration":9,"markers":[1,2]},"b.mp4":{"duration":9,"mark)"},
+        Damage{"CutOffInAName", R"({"a.mp4":{"duration":9,"markers":[1,2]},"b.m)"},
+        Damage{"GarbledBefore", R"({"b.mp4":{"dur$tion;9,"markers":[]},"a.mp4":{"duration":9,"markers":[1,2]}})"},
+        Damage{"WithoutItsBeginning", R"(rkers":[]},"a.mp4":{"duration":9,"markers":[1,2],"titles":["}","\"{"]}})"},
+        Damage{"FollowedByGarbage", R"({"a.mp4":{"duration":9,"markers":[1,2]}}garbage)"}),
+    [](const auto& each) { return each.param.name; });
 
 TEST_F(LibraryMetadata, AnUnreadableFileOnThePathIsNotReplacedWhenItCannotBeKept) {
     std::filesystem::create_directory(folder / ".velmo-studio.json");

@@ -49,6 +49,16 @@ TEST_F(ControlBarTest, StandsCentredEighteenPointsAboveTheBottom) {
     EXPECT_NEAR(bar.geometry().center().x(), all.center().x(), 1);
 }
 
+TEST_F(ControlBarTest, ItsHelpTellsTheKeysThatTheUserChose) {
+    ControlBar bar(parts());
+    record();
+    bar.show(screen);
+    EXPECT_EQ(button(bar, "Pausar")->toolTip(), QStringLiteral("Pausar (⌃P)"));
+    prefs.shortcutModifier = ShortcutModifier::super;
+    EXPECT_EQ(button(bar, "Pausar")->toolTip(), QStringLiteral("Pausar (Super\u00A0P)"));
+    EXPECT_EQ(button(bar, "Terminar y guardar")->toolTip(), QStringLiteral("Terminar y guardar (Super\u00A0G)"));
+}
+
 TEST_F(ControlBarTest, ItsButtonsCallTheSession) {
     ControlBar bar(parts());
     record();

@@ -65,6 +65,7 @@ struct RecorderScript {
     CaptureRecorder::Completion heldStart;
     CaptureRecorder::FileCompletion heldStop;
     CaptureRecorder::Request request;
+    std::vector<RecordingMark> marks;
     std::function<void(std::optional<Error>)> onStop; ///< of the newest recorder
     FakeZoom* zoom = nullptr;                         ///< of the newest recorder
     int alive = 0;
@@ -103,6 +104,7 @@ public:
     std::function<void(double)> clickNoter() override {
         return [this](double time) { calls_.push_back("recorder.noteClick " + text(time)); };
     }
+    void noteMark(RecordingMark mark) override { script_.marks.push_back(std::move(mark)); }
     std::function<void(FrameRef)> cameraFrames() override {
         return [this](const FrameRef& frame) { zoom_.setCameraFrame(frame); };
     }

@@ -86,7 +86,9 @@ struct FakePower final : PowerSources {
 
 struct FakeDisk final : DiskSpace {
     std::optional<std::int64_t> available(const std::filesystem::path&) const override { return bytes; }
+    std::optional<std::int64_t> size(const std::filesystem::path&) const override { return fileBytes; }
     std::optional<std::int64_t> bytes;
+    std::optional<std::int64_t> fileBytes = 0;
 };
 
 struct FakeCameras final : CameraDevices {

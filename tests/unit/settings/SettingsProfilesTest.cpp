@@ -155,6 +155,19 @@ TEST_F(SettingsProfilesTest, ObserversHearOfSaveApplyAndDelete) {
     EXPECT_EQ(heard, 3);
 }
 
+TEST_F(SettingsProfilesTest, WhatIsOnTheScreenFollowsAnAppliedProfileLast) {
+    std::vector<std::string> calls;
+    SettingsProfiles told(store,
+                          [&] { calls.push_back("reload, current " + told.current().value_or("-").toStdString()); });
+    QObject::connect(&told, &SettingsProfiles::applied, &told,
+                     [&] { calls.push_back("applied, current " + told.current()->toStdString()); });
+    told.save("Curso");
+    told.save("Nota");
+    told.apply("Curso");
+    told.apply("Otro");
+    EXPECT_THAT(calls, ElementsAre("reload, current Nota", "applied, current Curso"));
+}
+
 TEST_F(SettingsProfilesTest, ACurrentNameWithoutItsProfileIsNotCurrentButStaysStored) {
     store.setText("perfil.actual", "Curso");
     const SettingsProfiles again(store, {});

@@ -178,6 +178,20 @@ TEST(BubbleController, TheControlsRideInsideTheLowerRimAndFollowTheBubble) {
     EXPECT_NEAR(middle().y(), 286 + 22 - 172 * 0.5 * 0.45, 1);
 }
 
+TEST(BubbleController, TheControlsStandOnTheNameWhereTheyWouldCoverIt) {
+    Shown desk;
+    desk.giveName();
+    for (const BubbleShape shape : allCases<BubbleShape>()) {
+        desk.prefs.bubbleShape = shape;
+        desk.bubble.applyPrefs();
+        desk.pass(1);
+        desk.hover(true);
+        const BubbleControlsView& controls = *desk.bubble.controls();
+        const QRectF row = controls.capsule().translated(controls.pos() - desk.bubble.view().pos());
+        EXPECT_FALSE(row.intersects(*desk.bubble.view().nameFrame()));
+    }
+}
+
 TEST(BubbleController, AButtonOfTheControlsChoosesItsSize) {
     Shown desk;
     desk.hover(true);

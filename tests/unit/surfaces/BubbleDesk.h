@@ -4,27 +4,14 @@
 #include "support/CameraPictures.h"
 #include "support/ManualClock.h"
 #include "support/MemoryDefaultsStore.h"
+#include "support/PaintCount.h"
 #include "surfaces/BubbleController.h"
 #include "surfaces/SecondBubbleController.h"
 #include "unit/session/ManualTimers.h"
 
 #include <QCoreApplication>
-#include <QEvent>
 
 namespace velmo::test {
-
-/// How often a widget is painted.
-class PaintCount final : public QObject {
-public:
-    explicit PaintCount(QObject& widget) { widget.installEventFilter(this); }
-    int paints = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-};
 
 /// Both bubbles on a desktop of one screen, with a time that tests advance.
 struct BubbleDesk {
@@ -34,14 +21,18 @@ struct BubbleDesk {
     };
 
     BubbleServices services(CameraFeed& camera) {
-        return {
-            prefs, screens, clock, timers, camera, [this](const QString&, const QString&, double, double, double scale) {
-                ++namesMade;
-                NameTag::Image tag{QImage(), QSizeF(90, 30)};
-                tag.pixels = QImage((tag.size * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-                tag.pixels.fill(Qt::darkGreen);
-                return std::optional(tag);
-            }};
+        return {prefs,
+                screens,
+                clock,
+                timers,
+                camera,
+                [this](const QString&, const QString&, double, double, double scale) {
+                    ++namesMade;
+                    NameTag::Image tag{QImage(), QSizeF(90, 30)};
+                    tag.pixels = QImage((tag.size * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+                    tag.pixels.fill(Qt::darkGreen);
+                    return std::optional(tag);
+                }};
     }
 
     void giveName() {

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <hwy/targets.h>
+
 #include <cmath>
 
 namespace velmo {
@@ -76,7 +78,7 @@ TEST(PictureFill, TheMiddleIsKeptAndTheRestIsCutOff) {
 }
 
 TEST(PictureFill, AMirroredPictureIsTheSameTurnedRound) {
-    const QImage source = test::teacher({640, 360});
+    const QImage source = test::unevenPicture({640, 360});
     const QImage plain = filled(source, {151, 117});
     EXPECT_EQ(filled(source, {151, 117}, true), plain.mirrored(true, false));
     EXPECT_NE(plain, plain.mirrored(true, false));
@@ -107,6 +109,15 @@ TEST(PictureFill, AnEnlargedPictureGoesSmoothlyFromPixelToPixel) {
         EXPECT_GE(step, 0);
         EXPECT_LE(step, 9);
     }
+}
+
+TEST(PictureFill, GivesTheSamePixelsOnEveryInstructionSet) {
+    const QImage source = test::unevenPicture({641, 359});
+    const QImage best = filled(source, {203, 117}, true);
+    hwy::SetSupportedTargetsForTest(HWY_SCALAR);
+    const QImage plain = filled(source, {203, 117}, true);
+    hwy::SetSupportedTargetsForTest(0);
+    EXPECT_EQ(plain, best);
 }
 
 TEST(PictureFill, TinyPicturesAreNoProblem) {
@@ -140,7 +151,7 @@ TEST(CameraPreview, AnImageIsMadeOnceForEachPictureAndSize) {
 TEST(CameraPreview, TurningTheMirrorTellsAndTurnsThePicture) {
     CameraFeed feed;
     CameraPreview preview(feed);
-    feed.publish(cameraPicture(test::teacher({160, 90})));
+    feed.publish(cameraPicture(test::unevenPicture({160, 90})));
     QCoreApplication::sendPostedEvents();
     int changes = 0;
     QObject::connect(&preview, &CameraPreview::changed, [&] { ++changes; });

@@ -188,8 +188,10 @@ TEST(PresenterWindow, TheBubbleIsCoveredOnlyWhenTheStageIsSeenInItsPlace) {
     desk.window.enter(desk.screen, PresenterStyle::framed);
     EXPECT_TRUE(desk.window.isFull());
     EXPECT_FALSE(desk.bubble.covered);
+    EXPECT_EQ(desk.panel().windowOpacity(), 0) << "nobody knows what an unpainted window shows";
     desk.settle();
     EXPECT_TRUE(desk.bubble.covered);
+    EXPECT_EQ(desk.panel().windowOpacity(), 1);
 }
 
 TEST(PresenterWindow, AWindowThatNobodyShowsFliesAllTheSame) {

@@ -15,6 +15,11 @@ bool CameraDecoder::open(bool strict) {
     if (codec_ == nullptr || avcodec_parameters_to_context(codec_.get(), stream_.codecpar) < 0) {
         return false;
     }
+    if (codec_->codec_id ==
+        AV_CODEC_ID_MJPEG) { // pictures tell their size; half of an announced one is taken for a field
+        codec_->width = codec_->height = 0;
+        codec_->coded_width = codec_->coded_height = 0;
+    }
     codec_->pkt_timebase = stream_.time_base;
     codec_->thread_count = 1; // more would hold pictures back
     codec_->flags |= AV_CODEC_FLAG_LOW_DELAY;

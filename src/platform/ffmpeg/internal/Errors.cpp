@@ -47,19 +47,19 @@ constexpr Words<int> kSystemWords[] = {
 Error mediaError(MediaError code) {
     for (const auto& words : kMediaWords) {
         if (words.code == code) {
-            return {std::string(kErrorDomain), static_cast<int>(code), words.text};
+            return {kMediaErrorDomain, static_cast<int>(code), words.text};
         }
     }
-    return {std::string(kErrorDomain), static_cast<int>(code), ""};
+    return {kMediaErrorDomain, static_cast<int>(code), ""};
 }
 
 Error systemError(int number) {
     for (const auto& words : kSystemWords) {
         if (words.code == number) {
-            return {std::string(kErrorDomain), number, words.text};
+            return {kMediaErrorDomain, number, words.text};
         }
     }
-    return {std::string(kErrorDomain), number, "Error del sistema " + std::to_string(number) + "."};
+    return {kMediaErrorDomain, number, "Error del sistema " + std::to_string(number) + "."};
 }
 
 Error libraryError(int returned, MediaError otherwise) {

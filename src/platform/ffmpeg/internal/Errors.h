@@ -1,15 +1,12 @@
 #pragma once
 
 #include "base/Result.h"
-
-#include <string_view>
+#include "media/AssetWriter.h"
 
 namespace velmo::internal {
 
-inline constexpr std::string_view kErrorDomain = "velmo.media";
-
 /// Codes of this room's own errors; those of the system keep their errno.
-enum class MediaError { notMedia = 1001, noPicture = 1002, encoder = 1003, readFailed = 1004 };
+enum class MediaError { notMedia = kFirstMediaError, noPicture = 1002, encoder = 1003, readFailed = 1004 };
 
 Error mediaError(MediaError code);
 /// The words for a system error number (positive).

@@ -23,7 +23,7 @@ PassthroughFile::create(const std::filesystem::path& path, const VideoTrackForma
         return encoder.error();
     }
     output.encoder_ = std::move(encoder).value();
-    auto file = Mp4File::create(path, 0);
+    auto file = Mp4File::create(path);
     if (!file) {
         return file.error();
     }
@@ -86,7 +86,7 @@ Result<void> PassthroughFile::finish() {
         return state_;
     }
     finished_ = true;
-    Result<void> written = file_->finish(OutputFile::Durability::synced);
+    Result<void> written = file_->finish();
     if (!written) {
         file_->remove();
     }

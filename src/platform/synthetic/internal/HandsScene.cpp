@@ -42,46 +42,81 @@ double drawn(double seconds) {
     return part * part * (3 - 2 * part);
 }
 
+QLinearGradient skin() {
+    QLinearGradient light(60, -20, 360, 320);
+    light.setColorAt(0, kSkinLight);
+    light.setColorAt(1, kSkin);
+    return light;
+}
+
 void finger(QPainter& painter, const QPointF& from, const QPointF& knuckle, const QPointF& tip, double width) {
     QPainterPath path(from);
     path.quadTo(knuckle, tip);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(kSkinShade, width + 5, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(kSkinShade, width + 4, Qt::SolidLine, Qt::RoundCap));
     painter.drawPath(path);
-    painter.setPen(QPen(kSkin, width, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(QBrush(skin()), width, Qt::SolidLine, Qt::RoundCap));
     painter.drawPath(path);
+    painter.setPen(Qt::NoPen); // no line where it grows out of the hand
+    painter.setBrush(skin());
+    painter.drawEllipse(from, width / 2 + 3, width / 2 + 3);
+}
+
+void nail(QPainter& painter, const QPointF& at, double degrees) {
+    painter.save();
+    painter.translate(at);
+    painter.rotate(degrees);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(rgb(0xf6d6c2));
+    painter.drawRoundedRect(QRectF(-11, -7, 22, 14), 7, 7);
+    painter.restore();
+}
+
+void sleeve(QPainter& painter) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(rgb(0x2f6f73));
+    painter.drawPolygon(
+        QPolygonF({QPointF(292, 352), QPointF(420, 214), QPointF(1000, 640), QPointF(1000, 900), QPointF(700, 900)}));
+    painter.setBrush(rgb(0x3d8488));
+    painter.drawPolygon(QPolygonF({QPointF(284, 344), QPointF(412, 206), QPointF(444, 230), QPointF(316, 370)}));
+}
+
+void palm(QPainter& painter) {
+    QPainterPath shape(QPointF(188, 48));
+    shape.cubicTo(262, 14, 348, 92, 404, 218);
+    shape.lineTo(298, 340);
+    shape.cubicTo(226, 322, 148, 286, 136, 214);
+    shape.cubicTo(130, 160, 146, 74, 188, 48);
+    painter.setPen(QPen(kSkinShade, 2));
+    painter.setBrush(skin());
+    painter.drawPath(shape);
+}
+
+void pen(QPainter& painter) {
+    painter.setPen(QPen(rgb(0x27435c), 15, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(24, 5), QPointF(262, 48));
+    painter.setPen(QPen(rgb(0xe0a458), 15, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(QPointF(228, 42), QPointF(242, 44.5));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(rgb(0xd9d2c4));
+    painter.drawPolygon(QPolygonF({QPointF(0, 0), QPointF(25, -3), QPointF(22, 12)}));
 }
 
 /// A right hand that comes from the lower right; the tip of its pen is the origin.
 void hand(QPainter& painter) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(70, 40, 20, 42));
-    painter.drawEllipse(QPointF(168, 214), 140, 92); // its shadow
-    QPainterPath sleeve(QPointF(196, 330));
-    sleeve.lineTo(380, 230);
-    sleeve.lineTo(820, 620);
-    sleeve.lineTo(480, 820);
-    sleeve.closeSubpath();
-    painter.setBrush(rgb(0x2f6f73));
-    painter.drawPath(sleeve);
-    finger(painter, {208, 168}, {120, 128}, {88, 176}, 40);
-    finger(painter, {190, 150}, {96, 92}, {62, 130}, 42);
-    QPainterPath palm(QPointF(150, 128));
-    palm.cubicTo(214, 70, 300, 120, 350, 226);
-    palm.lineTo(236, 322);
-    palm.cubicTo(160, 300, 96, 230, 150, 128);
-    QLinearGradient skin(130, 90, 300, 300);
-    skin.setColorAt(0, kSkinLight);
-    skin.setColorAt(1, kSkin);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(skin);
-    painter.drawPath(palm);
-    painter.setPen(QPen(rgb(0x27435c), 15, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(QPointF(16, 18), QPointF(196, 10));
-    painter.setPen(QPen(rgb(0xe0a458), 9, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(QPointF(1, 1), QPointF(15, 17));
-    finger(painter, {196, 122}, {110, 30}, {44, 34}, 40);
-    finger(painter, {156, 214}, {62, 120}, {50, 56}, 40);
+    painter.setBrush(QColor(70, 40, 20, 36));
+    painter.drawEllipse(QPointF(196, 236), 150, 104); // its shadow
+    sleeve(painter);
+    finger(painter, {206, 262}, {124, 262}, {142, 216}, 44); // the fingers that the hand rests on
+    finger(painter, {196, 216}, {96, 210}, {112, 160}, 46);
+    palm(painter);
+    finger(painter, {196, 150}, {84, 118}, {74, 46}, 42);
+    pen(painter);
+    finger(painter, {212, 196}, {150, 126}, {96, 58}, 44);
+    nail(painter, {92, 54}, 48);
+    finger(painter, {226, 92}, {140, -58}, {66, -2}, 40);
+    nail(painter, {64, 0}, -38);
 }
 
 } // namespace

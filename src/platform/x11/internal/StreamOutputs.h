@@ -3,8 +3,8 @@
 #include "base/Result.h"
 #include "base/SerialQueue.h"
 #include "media/Sample.h"
+#include "platform/CallGate.h"
 #include "platform/ScreenCapture.h"
-#include "platform/x11/internal/DeliveryGate.h"
 
 #include <array>
 #include <memory>
@@ -32,15 +32,15 @@ public:
     /// Tells the delegate that the stream has ended by itself.
     void reportStop(const Error& error);
 
-    DeliveryGate& samples() { return samples_; }
-    DeliveryGate& reports() { return reports_; }
+    CallGate& samples() { return samples_; }
+    CallGate& reports() { return reports_; }
 
 private:
     CaptureStream& stream_;
     Receivers receivers_;
     StreamDelegate* delegate_;
-    DeliveryGate samples_;
-    DeliveryGate reports_;
+    CallGate samples_;
+    CallGate reports_;
 };
 
 } // namespace velmo::x11

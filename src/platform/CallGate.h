@@ -5,10 +5,10 @@
 #include <thread>
 #include <vector>
 
-namespace velmo::x11 {
+namespace velmo {
 
 /// Lets calls of others' code through until it is closed. Any thread.
-class DeliveryGate {
+class CallGate {
 public:
     /// True when the call may go ahead; then `leave` must follow on the same thread.
     bool enter() {
@@ -48,4 +48,4 @@ private:
     std::vector<std::thread::id> inside_;
 };
 
-} // namespace velmo::x11
+} // namespace velmo

@@ -1,4 +1,4 @@
-#include "surfaces/internal/LaserGlow.h"
+#include "surfaces/internal/LaserPicture.h"
 
 #include "surfaces/internal/Ink.h"
 #include "ui/Blur.h"
@@ -28,18 +28,18 @@ void put(QImage& picture, const QImage& mask, const QRect& part, QPoint at, cons
 
 } // namespace
 
-LaserGlow::LaserGlow(QSize size, double ratio)
-    : size_(size), ratio_(ratio), picture_((QSizeF(size) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied) {
-    picture_.fill(0);
+LaserPicture::LaserPicture(QSize size, double ratio)
+    : size_(size), ratio_(ratio), light_((QSizeF(size) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied) {
+    light_.fill(0);
 }
 
-QRect LaserGlow::pixelsOf(const QRect& area) const {
+QRect LaserPicture::pixelsOf(const QRect& area) const {
     const QRectF down(area.x(), size_.height() - area.y() - area.height(), area.width(), area.height());
     return QRectF(down.topLeft() * ratio_, down.size() * ratio_).toAlignedRect();
 }
 
-void LaserGlow::light(const DrawingItem& laser, const QRect& area) {
-    const QRect place = pixelsOf(area) & picture_.rect();
+void LaserPicture::light(const DrawingItem& laser, const QRect& area) {
+    const QRect place = pixelsOf(area) & light_.rect();
     if (place.isEmpty()) {
         return;
     }
@@ -49,31 +49,49 @@ void LaserGlow::light(const DrawingItem& laser, const QRect& area) {
     QImage mask(whole.size(), QImage::Format_Alpha8);
     mask.fill(0);
     QPainter painter(&mask);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(-whole.topLeft());
-    painter.scale(ratio_, -ratio_);
-    painter.translate(0, -size_.height());
+    setUp(painter, whole.topLeft());
     const int margin = static_cast<int>(std::ceil(around / ratio_)) + 1;
     const QRect shown = area.adjusted(-margin, -margin, margin, margin);
     painter.strokePath(Ink::smoothPath(laser.points, Ink::Area(shown), Ink::reach(laser)),
                        QPen(Qt::black, laser.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.end();
     Blur::boxes(mask, radius);
-    put(picture_, mask, place.translated(-whole.topLeft()), place.topLeft(), laser.color);
+    put(light_, mask, place.translated(-whole.topLeft()), place.topLeft(), laser.color);
 }
 
-void LaserGlow::crop(const QRect& area) {
-    const QRect kept = pixelsOf(area) & picture_.rect();
-    picture_ = picture_.copy(kept);
+void LaserPicture::finish(const DrawingItem& laser, const QRect& area) {
+    const QRect kept = pixelsOf(area) & light_.rect();
+    light_ = light_.copy(kept);
     origin_ = kept.topLeft();
+    const auto picture = [&](void (*paintPart)(QPainter&, const DrawingItem&, double, const Ink::Area&)) {
+        QImage made(light_.size(), QImage::Format_ARGB32_Premultiplied);
+        made.fill(0);
+        QPainter painter(&made);
+        setUp(painter, origin_);
+        paintPart(painter, laser, 1, Ink::Area(area));
+        return made;
+    };
+    line_ = picture(&Ink::paintLaserLine);
+    core_ = picture(&Ink::paintLaserCore);
 }
 
-void LaserGlow::paint(QPainter& painter, double alpha) const {
+void LaserPicture::paint(QPainter& painter, double alpha) const {
     painter.save();
     painter.scale(1 / ratio_, 1 / ratio_);
     painter.setOpacity(alpha);
-    painter.drawImage(origin_, picture_);
+    for (const QImage* picture : {&light_, &line_, &core_}) {
+        if (!picture->isNull()) {
+            painter.drawImage(origin_, *picture);
+        }
+    }
     painter.restore();
+}
+
+void LaserPicture::setUp(QPainter& painter, QPoint origin) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(-origin);
+    painter.scale(ratio_, -ratio_);
+    painter.translate(0, -size_.height());
 }
 
 } // namespace velmo

@@ -1,0 +1,192 @@
+#include "media/RecordingRepair.h"
+
+#include "base/AtomicFile.h"
+#include "media/JournalReader.h"
+#include "media/JournalWriter.h"
+#include "media/Mp4Index.h"
+#include "media/RecordingClose.h"
+#include "media/internal/JournalFormat.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace velmo {
+
+namespace {
+
+using Path = std::filesystem::path;
+
+bool isThere(const Path& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+}
+
+void takeAway(const Path& path) {
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
+
+bool carries(const Path& video, const RecordingId& id) {
+    const FileDescriptor file(::open(video.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    std::array<std::byte, kVideoHeadBytes> head{};
+    const ssize_t count = file.number() < 0 ? -1 : ::pread(file.number(), head.data(), head.size(), 0);
+    return count > 0 && isHeadOf(std::span(head).first(static_cast<std::size_t>(count)), id);
+}
+
+/// Where the recording is by now: under its name, put aside, or renamed by the user.
+std::optional<Path> findVideo(const Path& named, const RecordingId& id) {
+    for (const Path& candidate : {named, asideOf(named)}) {
+        if (carries(candidate, id)) {
+            return candidate;
+        }
+    }
+    std::error_code failure;
+    for (std::filesystem::directory_iterator entry(named.parent_path(), failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (entry->path().extension() == ".mp4" && carries(entry->path(), id)) {
+            return entry->path();
+        }
+    }
+    return std::nullopt;
+}
+
+/// Under its own name again, or under one like it when that is taken.
+Result<Path> broughtBack(const Path& aside, const Path& named) {
+    for (int n = 1;; ++n) {
+        const Path target = n == 1 ? named
+                                   : named.parent_path() / (named.stem().native() + " (" + std::to_string(n) + ")" +
+                                                            named.extension().native());
+        if (::renameat2(AT_FDCWD, aside.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+            return target;
+        }
+        if ((errno == EINVAL || errno == ENOSYS) && !isThere(target)) {
+            return ::rename(aside.c_str(), target.c_str()) == 0 ? Result<Path>(target) : posixError(errno);
+        }
+        if (errno != EEXIST) {
+            return posixError(errno);
+        }
+    }
+}
+
+Result<void> noteFinished(int journal, std::int64_t microseconds) {
+    std::vector<std::byte> record;
+    internal::encodeRecord(JournalFinished{microseconds}, record);
+    const off_t end = ::lseek(journal, 0, SEEK_END);
+    const ssize_t count = ::pwrite(journal, record.data(), record.size(), end);
+    return count == static_cast<ssize_t>(record.size()) && ::fdatasync(journal) == 0 ? Result<void>()
+                                                                                     : posixError(errno);
+}
+
+/// The video's length in microseconds; 0 when it holds no picture.
+Result<std::int64_t> closed(const Path& video, JournalReader& reader, const JournalSummary& summary, int journal) {
+    const FileDescriptor file(::open(video.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+    if (file.number() < 0) {
+        return posixError(errno);
+    }
+    const auto done = closeVideo(file.number(), reader, summary, Closing::afterCrash);
+    if (!done) {
+        return done.error();
+    }
+    if (done.value().hasPictures) {
+        if (const Result<void> noted = noteFinished(journal, done.value().microseconds); !noted) {
+            return noted.error();
+        }
+    }
+    return done.value().microseconds;
+}
+
+using Outcome = Result<std::optional<RepairedRecording>>;
+
+Outcome nothingLeft(const Path& journal, const std::optional<Path>& video) {
+    if (video) {
+        takeAway(*video);
+    }
+    takeAway(journal);
+    return std::optional<RepairedRecording>();
+}
+
+Outcome unusable(const Path& journal, JournalReader::State state, const Path& named) {
+    std::error_code unknown;
+    switch (state) {
+    case JournalReader::State::torn:
+        // Made in the last moment: a video that is there is of that moment too when it is empty, else of another.
+        return nothingLeft(journal, std::filesystem::file_size(named, unknown) == 0 && !unknown ? std::optional(named)
+                                                                                                : std::nullopt);
+    case JournalReader::State::unusable:
+        static_cast<void>(keepDamagedFileAside(journal));
+        return std::optional<RepairedRecording>();
+    case JournalReader::State::failed:
+        return posixError(EIO);
+    case JournalReader::State::newer:
+    case JournalReader::State::good:
+        break;
+    }
+    return std::optional<RepairedRecording>();
+}
+
+} // namespace
+
+std::vector<std::filesystem::path> journalsIn(const std::filesystem::path& folder) {
+    std::vector<Path> journals;
+    std::error_code failure;
+    for (std::filesystem::directory_iterator entry(folder, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        std::error_code ignored;
+        if (videoOfJournal(entry->path()) && std::filesystem::is_regular_file(entry->symlink_status(ignored))) {
+            journals.push_back(entry->path());
+        }
+    }
+    std::sort(journals.begin(), journals.end());
+    return journals;
+}
+
+Result<std::optional<RepairedRecording>> repairRecording(const std::filesystem::path& journal) {
+    const std::optional<Path> named = videoOfJournal(journal);
+    const auto lock = named ? openAndLockJournal(journal) : nullptr;
+    if (lock == nullptr) {
+        return std::optional<RepairedRecording>();
+    }
+    JournalReader reader(lock->number());
+    if (reader.state() != JournalReader::State::good) {
+        return unusable(journal, reader.state(), *named);
+    }
+    const JournalSummary summary = summaryOf(reader);
+    if (reader.failed()) {
+        return posixError(EIO);
+    }
+    std::optional<Path> video = findVideo(*named, reader.id());
+    if (!video && !(summary.finished && isThere(*named))) {
+        return nothingLeft(journal, std::nullopt);
+    }
+    std::int64_t microseconds = summary.finished.value_or(0);
+    if (!summary.finished) {
+        const Result<std::int64_t> done = closed(*video, reader, summary, lock->number());
+        if (!done) {
+            return done.error();
+        }
+        if (done.value() <= 0) {
+            return nothingLeft(journal, video);
+        }
+        microseconds = done.value();
+    }
+    if (video == asideOf(*named)) {
+        Result<Path> back = broughtBack(*video, *named);
+        if (!back) {
+            return back.error();
+        }
+        video = std::move(back).value();
+    }
+    syncFolder(journal.parent_path());
+    return std::optional(RepairedRecording{video.value_or(*named), journal, static_cast<double>(microseconds) / 1e6,
+                                           summary.marks, lock});
+}
+
+void forget(const RepairedRecording& recording) {
+    takeAway(recording.journal);
+}
+
+} // namespace velmo

@@ -1,0 +1,90 @@
+"""Lets writes fail while a class is recorded, and looks at what is there when the disk works again."""
+
+import errno
+import os
+import time
+
+from orders import FAIL, SHORT, SLOW
+from program import Stage, press, wait_until
+from subject import Subject, look_at, now_ms, since, table
+
+# name, orders, whether the trouble is to end the recording
+ONCE = dict(times=1)
+CASES = [
+    (f"{errno.errorcode[number]} {when} on {where or 'any file'}", FAIL, dict(error=number, part=part, **how), "ends")
+    for number in (errno.ENOSPC, errno.EIO, errno.EROFS, errno.ENODEV)
+    for where, part in (("the video", ".mp4"), ("the journal", ".velmo-journal"), ("", ""))
+    for when, how in (("once", dict(times=1)), ("every 7th time", dict(every=7)), ("from then on", dict()))
+] + [
+    ("half of each write", SHORT, dict(), "goes on"),
+    ("30 ms for each write", SLOW, dict(milliseconds=10, part=".mp4"), "goes on"),
+]
+
+
+def one_case(subject, mode, how, chance):
+    """What was told, whether it was saved at once, what is left of it."""
+    subject.clear_library()
+    video = subject.begin_recording(first_bytes=1000)
+    began = now_ms()
+    time.sleep(chance.uniform(1, 2))
+    struck = now_ms()
+    subject.orders.give(mode, **how)
+    time.sleep(2)
+    press("ctrl+g")
+    stopped = now_ms()
+    wait_until("the end of the recording", subject.library_window)
+    told = subject.dismiss_notices()
+    alive = subject.process.poll() is None
+    time.sleep(0.3)
+    told += subject.dismiss_notices()
+    subject.orders.clear()
+    saved = bool(subject.metadata().get(os.path.basename(video))) and os.path.exists(video)
+    subject.quit()
+    subject.relaunch()
+    told += subject.dismiss_notices()
+    videos = subject.videos()
+    seen = look_at(videos[0]) if len(videos) == 1 else None
+    return {"told": told, "alive": alive, "saved": saved, "seen": seen, "began": began, "struck": struck,
+            "stopped": stopped}
+
+
+def faults_of(name, ending, result):
+    faults = []
+    seen = result["seen"]
+    if not result["alive"]:
+        faults.append("the program is gone")
+    if seen is None or not seen["plays"]:
+        faults.append(f"not playable: {seen}")
+        return faults
+    until = result["struck"] if ending == "ends" else result["stopped"]
+    lost = since(seen["last"], until)
+    if lost > 1:
+        faults.append(f"lost {lost:.2f} s")
+    if ending == "ends" and not result["told"] and since(seen["last"], result["stopped"]) > 1:
+        faults.append("ended without a word")
+    return faults
+
+
+def run(options, chance):
+    rows = []
+    faults = []
+    with Stage("motion", "--clock", "--size", "800x450", "--unmanaged"), Subject() as subject:
+        for name, mode, how, ending in CASES:
+            try:
+                result = one_case(subject, mode, how, chance)
+                found = faults_of(name, ending, result)
+            except AssertionError as error:
+                result = {"told": [], "saved": False, "seen": None, "struck": 0}
+                found = [str(error)]
+                subject.orders.clear()
+                subject.quit()
+                subject.start()
+            seen = result["seen"]
+            lost = max(since(seen["last"], result["struck"]), 0) if seen and seen["last"] is not None else "-"
+            rows.append((name, "at once" if result["saved"] else "at the next launch" if seen else "no",
+                         "yes" if seen and seen["plays"] else "no", lost if lost == "-" else f"{lost:.2f}",
+                         " / ".join(dict.fromkeys(result["told"])) or "-"))
+            faults += [f"{name}: {fault}" for fault in found]
+            print(rows[-1], found, flush=True)
+    table("Writes that fail", ("what", "saved", "playable", "seconds lost before it", "told"), rows)
+    return faults
