@@ -137,12 +137,12 @@ void SetupPanel::addFoot(QVBoxLayout& column) {
 void SetupPanel::addCards(QVBoxLayout& column, std::vector<SetupSection> material) {
     cards_ = new QWidget;
     auto* cards = new QVBoxLayout(cards_);
-    cards->setContentsMargins(kPadding, 4, kPadding, kPadding);
+    cards->setContentsMargins(kPadding - Rows::kRoom, 4, kPadding - Rows::kRoom, kPadding);
     cards->setSpacing(Rows::kGap);
     Prefs& prefs = context_.prefs;
     for (const SetupSection& section : setupCards(context_, std::move(material))) {
         auto* card = new SetupCard(section.head, prefs.store(), section.make());
-        cards->addWidget(card);
+        Rows::add(*cards, card);
         Rows::follow(*card, prefs, {&prefs.mode},
                      [card, section, &prefs] { card->setVisible(section.standsIn(prefs.mode)); });
     }

@@ -20,7 +20,7 @@ SwitchRow::SwitchRow(const QString& text, const QString& hint, QWidget* parent)
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(12);
-    grid->setVerticalSpacing(2);
+    grid->setVerticalSpacing(0); // the switch beside the label leaves enough
     grid->addWidget(makeWrappedLabel(text, TextStyle::label, Theme::sand), 0, 0);
     grid->addWidget(switch_, 0, 1, Qt::AlignRight | Qt::AlignVCenter);
     if (!hint.isEmpty()) {

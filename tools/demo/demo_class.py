@@ -19,7 +19,7 @@ VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua. El sol 
          "Y así el viaje empieza otra vez. Anoten los tres pasos, y nos vemos en la próxima clase.")
 COUNTER = (1424, 40)   # where the moving window stands; its upper left corner holds the frame counter
 FLASH = (60, 560)
-SECOND_CAMERA = "velmo.synthetic.hands"
+SECOND_CAMERA = "synthetic:hands"
 BAR = "Velmo Studio · controles"
 PALETTE = "Velmo Studio · paleta de dibujo"
 BUBBLE = (172, 860)   # on the camera, clear of its controls

@@ -7,12 +7,12 @@
 #include "panels/setup/ProfilesMenu.h"
 #include "panels/setup/SaveProfileDialog.h"
 #include "settings/SettingsProfiles.h"
+#include "support/FakeMicrophoneLevel.h"
 #include "ui/ColorWell.h"
 #include "ui/Picker.h"
 #include "ui/PopupMenu.h"
 #include "ui/TextArea.h"
 #include "ui/TextField.h"
-#include "support/FakeMicrophoneLevel.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
 

@@ -39,8 +39,7 @@ private:
         WelcomeWindow window(
             {capture, permissions, findings, timers, [](auto) {}, [this](auto) { return hasSettings_; }}, prefs);
         window.present();
-        easel_.save(QStringLiteral("welcome-") + name,
-                    [&window] { return window.card().translated(window.pos()); });
+        easel_.save(QStringLiteral("welcome-") + name, [&window] { return window.card().translated(window.pos()); });
     }
 
     const Easel& easel_;

@@ -39,8 +39,10 @@ PermissionRow::PermissionRow(const Words& words, QWidget* parent)
     setMinimumHeight(kLeastHeight);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
+    texts->addStretch();
     texts->addWidget(makeLabel(words.title, TextStyle::strong, Theme::sand));
     texts->addWidget(text_);
+    texts->addStretch();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(kPadding, 12, kPadding - Button::kRoom, 12);
     row->setSpacing(14);
