@@ -5,6 +5,7 @@ import os
 import time
 import unittest
 
+import screen_reader
 from program import Program, Stage, click, judge, luma_of, output, pixel_on_screen, press, wait_until
 from test_class_folder import class_folder, kit, text_of
 
@@ -90,6 +91,7 @@ class KitPanel(unittest.TestCase):
         self.assertEqual(text_of(folder, "Material", "guía 1.txt"), "contenido")
 
     def test_ctrl_k_and_its_cross_hide_it_and_the_bar_brings_it_back(self):
+        screen_reader.switch_on()
         with Stage("motion"), Program(**{"kit.items": self.material}) as program:
             video = program.begin_recording()
             wait_until("the panel", panel)
@@ -100,9 +102,7 @@ class KitPanel(unittest.TestCase):
             time.sleep(0.5)
             click(LEFT + WIDTH - 25, middle_of_row(0, 3)[1] - ROW)
             wait_until("the panel's end", lambda: not panel())
-            bar = next(window for window in program.windows() if "controles" in output("xdotool", "getwindowname", window))
-            left, top, width, height = program.windows()[bar]
-            click(left + width - 217, top + height - 72)  # the last button before "Terminar"
+            screen_reader.press_on("Velmo Studio · controles", "Material de la clase")
             wait_until("the panel from the bar", panel)
             program.end_recording(video)
 

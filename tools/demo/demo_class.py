@@ -21,7 +21,7 @@ COUNTER = (1424, 40)   # where the moving window stands; its upper left corner h
 FLASH = (60, 560)
 SECOND_CAMERA = "synthetic:hands"
 BAR = "Velmo Studio · controles"
-PALETTE = "Velmo Studio · paleta de dibujo"
+PALETTE = "Paleta de dibujo"
 BUBBLE = (172, 860)   # on the camera, clear of its controls
 FLASH_S = 6
 
