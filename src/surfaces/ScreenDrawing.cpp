@@ -144,7 +144,11 @@ void ScreenDrawing::setWidthIndex(int index) {
 void ScreenDrawing::setDrawing(bool drawing) {
     if (std::exchange(drawing_, drawing) != drawing) {
         // A busy machine must not take corners off a stroke: every movement is told, none is merged with the next.
-        QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !drawing);
+        const auto merging = Qt::AA_CompressHighFrequencyEvents;
+        if (drawing) {
+            mergedMovements_ = QCoreApplication::testAttribute(merging);
+        }
+        QCoreApplication::setAttribute(merging, !drawing && mergedMovements_);
         emit drawingChanged();
     }
 }

@@ -86,6 +86,7 @@ private:
     int colorIndex_ = 0;
     int widthIndex_ = 1;
     bool drawing_ = false;
+    bool mergedMovements_ = false; ///< Qt::AA_CompressHighFrequencyEvents as it was before drawing
     bool hasStrokes_ = false;
 };
 

@@ -148,9 +148,9 @@ TEST(ScreenDrawing, PreparingAgainBeginsWithoutInkAndKeepsTheTip) {
 }
 
 TEST(ScreenDrawing, TheMouseTellsEveryMovementOnlyWhileDrawing) {
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents); // as on an X server
     Desk desk;
     desk.ready();
-    EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_CompressHighFrequencyEvents));
     desk.drawing.toggle();
     EXPECT_FALSE(QCoreApplication::testAttribute(Qt::AA_CompressHighFrequencyEvents));
     desk.drawing.teardown();
