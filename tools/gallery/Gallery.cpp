@@ -25,6 +25,7 @@
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
 #include <QDir>
