@@ -257,7 +257,8 @@ struct Composition::Surfaces {
                   }),
           spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                      [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
-          drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
+          drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); },
+                   [this] { return teleprompter.place(); }}) {
         CameraManager::setShared(&camera);
         SecondCameraManager::setShared(&secondCamera);
         tieBubbles(platform.displayWatch);
