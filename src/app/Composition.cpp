@@ -62,6 +62,7 @@
 #include "settings/SettingsProfiles.h"
 #include "surfaces/BubbleController.h"
 #include "surfaces/CameraManager.h"
+#include "surfaces/LiveLook.h"
 #include "surfaces/PresenterWindow.h"
 #include "surfaces/RegionPicker.h"
 #include "surfaces/ScreenDrawing.h"
@@ -262,6 +263,7 @@ struct Composition::Surfaces {
         CameraManager::setShared(&camera);
         SecondCameraManager::setShared(&secondCamera);
         tieBubbles(platform.displayWatch);
+        LiveLook::follow(stores.prefs, bubble, secondBubble);
         QObject::connect(&stores.profiles, &SettingsProfiles::applied, &bubble, [this, &recorder] {
             recorder.previewChanged();
             bubble.applyPrefs();

@@ -34,8 +34,8 @@ public:
     struct Services {
         const Clock& clock;
         MainTimers& timers;
-        std::function<void()> bringBubblesToFront;
-        std::function<QRect()> script; ///< where the script stands; an empty rectangle while it is hidden
+        std::function<void()> bringBubblesToFront = {};
+        std::function<QRect()> script = {}; ///< where the script stands; an empty rectangle while it is hidden
     };
     explicit ScreenDrawing(Services services);
     ~ScreenDrawing() override;
