@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kWidth = 580;
 constexpr int kLeastButton = 96;
-constexpr int kRoomyScreen = 800;  ///< high enough for rows of full height
+constexpr int kRoomyScreen = 800; ///< high enough for rows of full height
 constexpr int kLeastTable = 120;
 constexpr int kTableOverhang = 12; ///< the stripes begin left of the text
 
