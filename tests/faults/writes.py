@@ -30,15 +30,16 @@ def one_case(subject, mode, how, chance):
     struck = now_ms()
     subject.orders.give(mode, **how)
     time.sleep(2)
-    press("ctrl+g")
-    stopped = now_ms()
-    wait_until("the end of the recording", subject.library_window)
     told = subject.dismiss_notices()
-    alive = subject.process.poll() is None
-    time.sleep(0.3)
+    stopped = now_ms()
+    if not told and not subject.library_window():  # else it has ended by itself, and the key would begin anew
+        press("ctrl+g")
+    wait_until("the end of the recording", lambda: told.extend(subject.dismiss_notices()) or subject.library_window())
+    time.sleep(0.5)
     told += subject.dismiss_notices()
+    alive = subject.process.poll() is None
     subject.orders.clear()
-    saved = bool(subject.metadata().get(os.path.basename(video))) and os.path.exists(video)
+    saved = os.path.exists(video) and "No se pudo guardar la grabación" not in told
     subject.quit()
     subject.relaunch()
     told += subject.dismiss_notices()
