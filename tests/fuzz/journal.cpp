@@ -3,30 +3,21 @@
 // The first byte says how to read the rest: as a journal as it is, or as records whose sums are put right, so that what
 // they say is looked at.
 
+#include "Fuzz.h"
+#include "MemoryFile.h"
 #include "base/Checksum.h"
-#include "base/FileDescriptor.h"
 #include "media/JournalReader.h"
 #include "media/RecordingClose.h"
 #include "media/internal/JournalFormat.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <sys/mman.h>
-#include <unistd.h>
+#include <vector>
 
 namespace {
 
 using namespace velmo;
 
 using Bytes = std::span<const std::byte>;
-
-FileDescriptor fileOf(Bytes bytes) {
-    const int file = memfd_create("fuzz", MFD_CLOEXEC);
-    if (file < 0 || ::write(file, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) {
-        std::abort();
-    }
-    return FileDescriptor(file);
-}
 
 /// Each record is told by its type, its length and its content.
 std::vector<std::byte> withSums(Bytes bytes) {
@@ -48,15 +39,16 @@ std::vector<std::byte> withSums(Bytes bytes) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;
     }
     const Bytes bytes = std::as_bytes(std::span(data, size)).subspan(1);
     const bool asItIs = data[0] % 2 == 0;
-    const FileDescriptor journal = asItIs ? fileOf(bytes) : fileOf(withSums(bytes));
+    const std::vector<std::byte> made = asItIs ? std::vector<std::byte>() : withSums(bytes);
+    const fuzz::MemoryFile journal(asItIs ? bytes : Bytes(made));
     const std::vector<std::byte> video(4096, std::byte{data[0]});
-    const FileDescriptor file = fileOf(video);
+    const fuzz::MemoryFile file(video);
     JournalReader reader(journal.number());
     const JournalSummary summary = summaryOf(reader);
     if (reader.state() == JournalReader::State::good) {
