@@ -9,7 +9,7 @@ using namespace velmo;
 
 namespace {
 
-constexpr int kMostSteps = 200; // a small file can tell of hours of silence
+constexpr int kMostSteps = 40; // a small file can tell of hours of silence
 
 void readAll(AssetReader& reader) {
     EncodedSample sample;
