@@ -5,7 +5,8 @@ target_include_directories(velmo_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(velmo_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(VELMO_SANITIZE)
     # GCC 12 takes instrumented code for uses of what was never set; the plain presets keep that warning.
-    target_compile_options(velmo_flags INTERFACE -fsanitize=${VELMO_SANITIZE} -fno-omit-frame-pointer -Wno-maybe-uninitialized)
+    target_compile_options(velmo_flags INTERFACE -fsanitize=${VELMO_SANITIZE} -fno-omit-frame-pointer
+                           $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(velmo_flags INTERFACE -fsanitize=${VELMO_SANITIZE})
 endif()
 
