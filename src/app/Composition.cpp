@@ -135,7 +135,7 @@ struct Composition::Platform {
         return [this](std::function<void(bool)> answered) { cameraPortal.request(std::move(answered)); };
     }
     explicit Platform(const LaunchOptions& options)
-        : devices(clock, options.cameraSources),
+        : devices(clock, options.cameraSources, options.cameraFolder),
           syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
           cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
                                            : std::vector<CameraService*>{&devices}) {}
