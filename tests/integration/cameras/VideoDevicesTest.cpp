@@ -2,6 +2,7 @@
 #include "PictureLog.h"
 #include "platform/ffmpeg/FfmpegCameras.h"
 #include "support/FakeMicrophones.h"
+#include "support/JpegPictures.h"
 #include "support/TemporaryFolder.h"
 #include "surfaces/CameraManager.h"
 
