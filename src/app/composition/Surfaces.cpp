@@ -10,6 +10,7 @@
 #include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "platform/desktop/SettingsPrograms.h"
+#include "surfaces/LiveLook.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -84,10 +85,12 @@ Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& ses
               }),
       spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                  [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
-      drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
+      drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); },
+               [this] { return teleprompter.place(); }}) {
     CameraManager::setShared(&camera);
     SecondCameraManager::setShared(&secondCamera);
     tieBubbles(platform.displayWatch);
+    LiveLook::follow(stores.prefs, bubble, secondBubble);
     QObject::connect(&stores.profiles, &SettingsProfiles::applied, &bubble, [this, &session] {
         session.recorder.previewChanged();
         dressBubbles();
