@@ -8,6 +8,14 @@ if(VELMO_SANITIZE)
     target_compile_options(velmo_flags INTERFACE -fsanitize=${VELMO_SANITIZE} -fno-omit-frame-pointer
                            $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(velmo_flags INTERFACE -fsanitize=${VELMO_SANITIZE})
+    if(VELMO_SANITIZE STREQUAL thread)
+        add_library(velmo_ordered_calls STATIC ${CMAKE_SOURCE_DIR}/tests/support/OrderedCalls.cpp)
+        target_compile_options(velmo_ordered_calls PRIVATE -fsanitize=thread)
+        target_link_libraries(velmo_ordered_calls PRIVATE Qt6::Core)
+        set(call _ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14ConnectionTypeEPv)
+        target_link_options(velmo_flags INTERFACE -Wl,--wrap=${call})
+        target_link_libraries(velmo_flags INTERFACE $<LINK_ONLY:velmo_ordered_calls>)
+    endif()
 endif()
 
 # velmo_module(NAME [QT] SEES target...): a room of src/. Sources are all .cpp files below its folder,

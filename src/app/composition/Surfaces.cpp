@@ -70,10 +70,6 @@ Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& ses
                  Platform::ownProcess()}),
       countdown(platform.timers), kitPanel(stores.classKit, session.recorder, platform.screens),
       teleprompter({stores.prefs, platform.clock, platform.timers}),
-      controlBar({{session.recorder, &bubble, &secondBubble, nullptr, &teleprompter},
-                  stores.prefs,
-                  &camera,
-                  [this] { return around(); }}),
       setupPanel({session.recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
                   [&platform] { showTemplates(platform.files); }},
                  {kitSection(stores.classKit, stores.prefs)}),
@@ -86,7 +82,10 @@ Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& ses
       spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                  [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
       drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); },
-               [this] { return teleprompter.place(); }}) {
+               [this] { return teleprompter.place(); }}),
+      controlBar({{session.recorder, &bubble, &secondBubble, nullptr, &teleprompter}, stores.prefs, &camera, [this] {
+                      return around();
+                  }}) {
     CameraManager::setShared(&camera);
     SecondCameraManager::setShared(&secondCamera);
     tieBubbles(platform.displayWatch);
