@@ -142,6 +142,7 @@ public:
 private:
     AssetWriterInput* input(FakeTrack& track) {
         track.samples.reserve(script_.reservedSamples);
+        file_->progress.reserve(script_.reservedSamples);
         return inputs_.emplace_back(std::make_unique<FakeInput>(track)).get();
     }
 
