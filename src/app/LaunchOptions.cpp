@@ -30,10 +30,13 @@ LaunchOptions LaunchOptions::parse(const QStringList& arguments) {
     const QCommandLineOption source(QStringLiteral("camera-source"),
                                     QStringLiteral("Offers a file or \"lavfi:GRAPH\" as a camera."),
                                     QStringLiteral("source"));
+    const QCommandLineOption folder(QStringLiteral("camera-folder"),
+                                    QStringLiteral("Looks for cameras in <folder> instead of /dev."),
+                                    QStringLiteral("folder"));
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({synthetic, noCounter, flash, source});
+    parser.addOptions({synthetic, noCounter, flash, source, folder});
     parser.process(arguments);
     LaunchOptions options;
     if (parser.isSet(synthetic)) {
@@ -41,6 +44,9 @@ LaunchOptions LaunchOptions::parse(const QStringList& arguments) {
     }
     for (const QString& each : parser.values(source)) {
         options.cameraSources.push_back(sourceOf(each));
+    }
+    if (parser.isSet(folder)) {
+        options.cameraFolder = parser.value(folder).toStdString();
     }
     return options;
 }

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct LaunchOptions {
     std::optional<SyntheticCameras::Options> syntheticCameras;
     /// Files and filter graphs that stand in for cameras.
     std::vector<FfmpegCameras::Source> cameraSources;
+    /// Where the nodes of real cameras appear.
+    std::filesystem::path cameraFolder = "/dev";
 
     /// `arguments` begin with the program's name. Ends the program on "--help", "--version" and what it does not know.
     static LaunchOptions parse(const QStringList& arguments);

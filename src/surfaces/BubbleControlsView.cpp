@@ -1,6 +1,5 @@
 #include "surfaces/BubbleControlsView.h"
 
-#include "ui/Symbol.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
@@ -22,9 +21,9 @@ constexpr double kShadowOpacity = 0.18;
 constexpr double kSpacing = 0.12; // of a button, as all that follow
 constexpr double kPadding = 0.13;
 constexpr double kLetter = 0.44;
-constexpr double kCross = 0.38;
+constexpr double kCross = 0.3;
+constexpr double kCrossPen = 0.075;
 constexpr double kGlow = 0.2;
-constexpr double kCrossOnGrid = 0.5; // of its icon's side, which the cross itself takes
 constexpr int kClose = BubbleControlsView::kButtons - 1;
 constexpr QColor kFloor = Theme::nsColor(0x101E19, 0.62);
 
@@ -36,6 +35,14 @@ void paintDisc(QPainter& painter, const QRectF& rect, const QColor& color) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawEllipse(rect);
+}
+
+/// As bold as the letters beside it, which no icon of one line width is at all sizes.
+void paintCross(QPainter& painter, QPointF middle, double button, const QColor& color) {
+    const double half = button * kCross / 2;
+    painter.setPen(QPen(color, button * kCrossPen, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(middle - QPointF(half, half), middle + QPointF(half, half));
+    painter.drawLine(middle - QPointF(half, -half), middle + QPointF(half, -half));
 }
 
 void paintGlow(QPainter& painter, const QRectF& disc, const QColor& color) {
@@ -141,8 +148,7 @@ void BubbleControlsView::paintButton(QPainter& painter, int index) const {
     }
     const QColor ink = selected ? Theme::withOpacity(Qt::black, 0.85) : white(hovered ? 1 : 0.82);
     if (index == kClose) {
-        const int side = static_cast<int>(std::lround(model_.button() * kCross / kCrossOnGrid));
-        Symbol::paint(painter, place, QStringLiteral("xmark"), side, ink);
+        paintCross(painter, place.center(), model_.button(), ink);
         return;
     }
     QFont font(Type::family());

@@ -6,86 +6,62 @@ import time
 import unittest
 
 from hands import Hands
-from program import Program, Stage, output, press
+from picture import (FIRST_BUBBLE, HEIGHT, SECOND_BUBBLE, WALL, WIDTH, LastFrame, bubble_areas, edges, screen_pixels, wall,
+                     yuv)
+from program import Program, luma_of, press
 
-WALL = (0x30, 0x30, 0x30)
 CAMERA = (0xC0, 0x60, 0x30)
-WIDTH, HEIGHT = 1920, 1080
+SECOND = (0x30, 0x70, 0xC0)
 ROOM = 22  # of a bubble's window around the bubble
 
-FLAT = ["--camera-source", "lavfi:color=c=0x%02x%02x%02x:size=1280x720:rate=30" % CAMERA]
+
+def source(color):
+    return "lavfi:color=c=0x%02x%02x%02x:size=1280x720:rate=30" % color
+
+
+FLAT = ["--camera-source", source(CAMERA)]
+BOTH = [*FLAT, "--camera-source", source(SECOND)]
 PLAIN = {"mode": "screenCam", "micID": "none", "ringStyle": "none", "softShadow": False}
 
 
-def wall():
-    return Stage("plain", "--unmanaged", "--color", "%02x%02x%02x" % WALL, "--size", f"{WIDTH}x{HEIGHT}")
+class Seen:
+    """A bubble as the screen shows it, to be held against the finished file: its edges along the two lines through its
+    middle, and its colour there."""
 
+    def __init__(self, area, color):
+        self.x, self.y, self.width, self.height = area
+        self.column, self.line = self.x + self.width // 2, self.y + self.height // 2
+        self.color = color
+        rows = screen_pixels(*area)
+        self.across = [luma_of(rgb) for rgb in rows[self.height // 2]]
+        self.down = [luma_of(row[self.width // 2]) for row in rows]
+        self.middle = yuv(rows[self.height // 2][self.width // 2])
 
-def luma(red, green, blue):
-    return 16 + 219 * (0.2126 * red + 0.7152 * green + 0.0722 * blue) / 255
-
-
-def row_on_screen(y):
-    raw = subprocess.run(["import", "-window", "root", "-crop", f"{WIDTH}x1+0+{y}", "-depth", "8", "rgb:-"],
-                         capture_output=True, check=True).stdout
-    return [luma(*raw[3 * x:3 * x + 3]) for x in range(WIDTH)]
-
-
-class LastFrame:
-    """The luma of a file's last picture."""
-
-    def __init__(self, path):
-        self.data = subprocess.run(["ffmpeg", "-v", "error", "-sseof", "-0.4", "-i", path, "-pix_fmt", "yuv420p",
-                                    "-f", "rawvideo", "-"], capture_output=True, check=True).stdout
-        self.begin = len(self.data) - WIDTH * HEIGHT * 3 // 2
-        assert self.begin >= 0 and self.begin % (WIDTH * HEIGHT * 3 // 2) == 0
-
-    def at(self, x, y):
-        return self.data[self.begin + y * WIDTH + x]
-
-    def row(self, y):
-        begin = self.begin + y * WIDTH
-        return list(self.data[begin:begin + WIDTH])
-
-    def column(self, x):
-        return [self.at(x, y) for y in range(HEIGHT)]
-
-
-def edges(line):
-    """Where a line of pixels passes from wall to camera and back, to a part of a pixel."""
-    between = (luma(*WALL) + luma(*CAMERA)) / 2
-    places = [x + (between - a) / (b - a) for x, (a, b) in enumerate(zip(line, line[1:])) if (a > between) != (b > between)]
-    return places[0], places[-1]
-
-
-def bubble_window(program):
-    """(x, y, width, height) of the camera's window."""
-    return next(area for window, area in program.windows().items()
-                if "cámara" in output("xdotool", "getwindowname", window) and area[2] == area[3])
+    def compare(self, test, path):
+        frame = LastFrame(path)
+        limits = luma_of(WALL), luma_of(self.color)
+        for name, on_screen, in_file in (
+                ("across", self.across, frame.row(self.line)[self.x:self.x + self.width]),
+                ("down", self.down, frame.column(self.column)[self.y:self.y + self.height])):
+            for one, other in zip(edges(on_screen, *limits), edges(in_file, *limits)):
+                test.assertLess(abs(one - other), 1, "position " + name)
+        for one, other in zip(self.middle, frame.yuv(self.column, self.line)):
+            test.assertLess(abs(one - other), 2.01, f"colour {self.middle}, {frame.yuv(self.column, self.line)}")
 
 
 class Bubble(unittest.TestCase):
-    def assert_same_in_video(self, path, seen, row, middle):
-        """`seen`: a row of the screen while it was recorded."""
-        frame = LastFrame(path)
-        for on_screen, in_file in zip(edges(seen), edges(frame.row(row))):
-            self.assertLess(abs(on_screen - in_file), 1, "position across")
-        self.assertLess(abs(seen[middle] - frame.at(middle, row)), 2.01, "colour")
-
     def record(self, during=lambda program: None, settings=None):
         with wall(), Program(arguments=FLAT, **{**PLAIN, **(settings or {})}) as program:
             path = program.begin_recording()
             time.sleep(1)
             during(program)
             time.sleep(1)
-            x, y, width, height = bubble_window(program)
-            row, middle = y + height // 2, x + width // 2
             subprocess.run(["xdotool", "mousemove", "1500", "200"], check=True)
             time.sleep(1.2)  # the controls under the mouse go
-            seen = row_on_screen(row)
+            seen = Seen(bubble_areas(program)[FIRST_BUBBLE], CAMERA)
             program.end_recording(path)
-            self.assert_same_in_video(path, seen, row, middle)
-            return x, y, width
+            seen.compare(self, path)
+            return seen.x, seen.y, seen.width
 
     def test_it_stands_in_the_video_where_and_as_big_as_on_the_screen(self):
         self.record()
@@ -97,7 +73,7 @@ class Bubble(unittest.TestCase):
 
     def test_it_is_dragged_and_resized_while_it_is_recorded(self):
         def drag_and_resize(program):
-            x, y, width, height = bubble_window(program)
+            x, y, width, height = bubble_areas(program)[FIRST_BUBBLE]
             from_x, from_y = x + width // 2, y + height // 3
             with Hands() as hands:
                 hands.move(from_x, from_y)
@@ -119,11 +95,61 @@ class Bubble(unittest.TestCase):
         self.assertGreater(x, 500)
 
 
+class SecondBubble(unittest.TestCase):
+    """Both cameras at once; the second bubble is a large card, with its own size, shape and place."""
+
+    CARD = {"secondBubbleShape": "rounded", "secondBubbleSize": "l", "cornerFraction": 0.1}
+
+    def record(self, during=lambda: None, **settings):
+        settings = {**PLAIN, **self.CARD, "cameraID": source(CAMERA), "secondCameraID": source(SECOND), **settings}
+        with wall(), Program(arguments=BOTH, **settings) as program:
+            path = program.begin_recording()
+            time.sleep(1)
+            during()
+            subprocess.run(["xdotool", "mousemove", "960", "200"], check=True)
+            time.sleep(2)
+            first = Seen(bubble_areas(program)[FIRST_BUBBLE], CAMERA)
+            second = Seen(bubble_areas(program)[SECOND_BUBBLE], SECOND)
+            program.end_recording(path)
+        first.compare(self, path)
+        second.compare(self, path)
+        return second
+
+    def test_both_stand_in_the_video_where_and_as_big_as_on_the_screen(self):
+        second = self.record()
+        self.assertEqual((second.width, second.height), (round(320 * 1.33) + 2 * ROOM, 320 + 2 * ROOM))
+        self.assertEqual((second.x + second.width, second.y + second.height), (WIDTH - 40, HEIGHT - 40))
+
+    def test_a_zoom_touches_neither(self):
+        for level in (2, 4):
+            with self.subTest(level=level):
+                self.record(lambda: press("ctrl+z"), zoomLevel=level)
+
+    def test_the_second_is_dragged_and_grows_while_it_is_recorded(self):
+        def drag_and_resize():
+            with Hands() as hands:
+                hands.move(1700, 900)
+                hands.button(1, True)
+                for step in range(1, 31):
+                    hands.move(1700 - step * 20, 900 - step * 12)
+                    time.sleep(0.02)
+                hands.button(1, False)
+                time.sleep(0.6)
+                for _ in range(2):
+                    hands.click()
+                    time.sleep(0.05)
+            time.sleep(0.5)
+
+        second = self.record(drag_and_resize, secondBubbleSize="m")
+        self.assertEqual((second.width, second.height), (round(320 * 1.33) + 2 * ROOM, 320 + 2 * ROOM))
+        self.assertLess(second.x, 1200)
+
+
 class Scenes(unittest.TestCase):
     def shown(self, path):
         """The scene that the last picture shows."""
         frame = LastFrame(path)
-        camera = lambda x, y: abs(frame.at(x, y) - luma(*CAMERA)) < 8
+        camera = lambda x, y: abs(frame.at(x, y) - luma_of(CAMERA)) < 8
         if camera(WIDTH // 2, HEIGHT // 2):
             return "me"
         if camera(192, 300):

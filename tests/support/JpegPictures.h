@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Bytes.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 }
@@ -9,11 +11,8 @@ extern "C" {
 #include <memory>
 #include <random>
 #include <stdexcept>
-#include <vector>
 
 namespace velmo::test {
-
-using Bytes = std::vector<std::uint8_t>;
 
 /// A JPEG picture as cameras send them: full range, 4:2:2. Its left half has the even brightness `level`, its right
 /// half is noise, so that it has bytes to be damaged.

@@ -12,7 +12,7 @@
 namespace velmo {
 
 Composition::Platform::Platform(const LaunchOptions& options)
-    : devices(clock, options.cameraSources),
+    : devices(clock, options.cameraSources, options.cameraFolder),
       syntheticCameras(clock, options.syntheticCameras.value_or(SyntheticCameras::Options{})),
       cameras(options.syntheticCameras ? std::vector<CameraService*>{&devices, &syntheticCameras}
                                        : std::vector<CameraService*>{&devices}) {}

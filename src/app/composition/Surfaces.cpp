@@ -10,6 +10,7 @@
 #include "compositor/NameTagImage.h"
 #include "compositor/PointerBubble.h"
 #include "platform/desktop/SettingsPrograms.h"
+#include "surfaces/LiveLook.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -69,10 +70,6 @@ Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& ses
                  Platform::ownProcess()}),
       countdown(platform.timers), kitPanel(stores.classKit, session.recorder, platform.screens),
       teleprompter({stores.prefs, platform.clock, platform.timers}),
-      controlBar({{session.recorder, &bubble, &secondBubble, nullptr, &teleprompter},
-                  stores.prefs,
-                  &camera,
-                  [this] { return around(); }}),
       setupPanel({session.recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
                   [&platform] { showTemplates(platform.files); }},
                  {kitSection(stores.classKit, stores.prefs)}),
@@ -84,10 +81,15 @@ Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& ses
               }),
       spotlight({platform.clock, platform.timers, platform.pointer, platform.pointerMotion,
                  [&prefs = stores.prefs] { return PointerBubble::paletteColors(hexes(prefs.chameleonPalette)); }}),
-      drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); }}) {
+      drawing({platform.clock, platform.timers, [this] { bringBubblesToFront(); },
+               [this] { return teleprompter.place(); }}),
+      controlBar({{session.recorder, &bubble, &secondBubble, nullptr, &teleprompter}, stores.prefs, &camera, [this] {
+                      return around();
+                  }}) {
     CameraManager::setShared(&camera);
     SecondCameraManager::setShared(&secondCamera);
     tieBubbles(platform.displayWatch);
+    LiveLook::follow(stores.prefs, bubble, secondBubble);
     QObject::connect(&stores.profiles, &SettingsProfiles::applied, &bubble, [this, &session] {
         session.recorder.previewChanged();
         dressBubbles();

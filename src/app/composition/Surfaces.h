@@ -42,12 +42,12 @@ struct Composition::Surfaces {
     CountdownWindow countdown;
     KitPanel kitPanel;
     Teleprompter teleprompter;
-    ControlBar controlBar; // asks what stands around it
     SetupPanel setupPanel;
     WelcomeWindow welcome;
     SpotlightOverlay spotlight;
     RegionPicker regionPicker;
     ScreenDrawing drawing;
+    ControlBar controlBar; // asks all of them how they stand: the last to come and the first to go
     DisplayWatch::Observation displaysChange;
 };
 

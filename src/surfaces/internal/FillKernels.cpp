@@ -156,35 +156,98 @@ HWY_INLINE Words byteOf(Signed value) {
     return hn::BitCast(WordTag(), hn::Min(hn::Max(whole, hn::Zero(tag)), hn::Set(tag, 255)));
 }
 
-HWY_INLINE void storeColumn(Words red, Words green, Words blue, std::uint32_t* const* rows, std::size_t x) {
+using Pixels = hn::FixedTag<std::uint32_t, kRows / 2>;
+
+/// One column of pixels.
+struct Column {
+    hn::Vec<Pixels> upper; // rows
+    hn::Vec<Pixels> lower;
+};
+
+HWY_INLINE Column columnOf(Words red, Words green, Words blue) {
     const WordTag words;
-    const hn::FixedTag<std::uint32_t, kRows / 2> pixels;
     const Words low = hn::Or(blue, hn::ShiftLeft<8>(green));
     const Words high = hn::Or(red, hn::Set(words, 0xff00));
-    HWY_ALIGN std::uint32_t column[kRows];
-    hn::Store(hn::BitCast(pixels, hn::InterleaveLower(words, low, high)), pixels, column);
-    hn::Store(hn::BitCast(pixels, hn::InterleaveUpper(words, low, high)), pixels, column + kRows / 2);
+    return {hn::BitCast(Pixels(), hn::InterleaveLower(words, low, high)),
+            hn::BitCast(Pixels(), hn::InterleaveUpper(words, low, high))};
+}
+
+/// Four columns beside each other as four rows of four.
+HWY_INLINE void storeSquare(hn::Vec<Pixels> a, hn::Vec<Pixels> b, hn::Vec<Pixels> c, hn::Vec<Pixels> d,
+                            std::uint32_t* const* rows, std::size_t x) {
+    const Pixels pixels;
+    const auto upperLeft = hn::InterleaveLower(pixels, a, b);
+    const auto lowerLeft = hn::InterleaveUpper(pixels, a, b);
+    const auto upperRight = hn::InterleaveLower(pixels, c, d);
+    const auto lowerRight = hn::InterleaveUpper(pixels, c, d);
+    hn::StoreU(hn::ConcatLowerLower(pixels, upperRight, upperLeft), pixels, rows[0] + x);
+    hn::StoreU(hn::ConcatUpperUpper(pixels, upperRight, upperLeft), pixels, rows[1] + x);
+    hn::StoreU(hn::ConcatLowerLower(pixels, lowerRight, lowerLeft), pixels, rows[2] + x);
+    hn::StoreU(hn::ConcatUpperUpper(pixels, lowerRight, lowerLeft), pixels, rows[3] + x);
+}
+
+HWY_INLINE void storeColumn(const Column& column, std::uint32_t* const* rows, std::size_t x) {
+    HWY_ALIGN std::uint32_t values[kRows];
+    hn::Store(column.upper, Pixels(), values);
+    hn::Store(column.lower, Pixels(), values + kRows / 2);
     for (std::size_t row = 0; row < kRows; ++row) {
-        rows[row][x] = column[row];
+        rows[row][x] = values[row];
     }
 }
 
+/// `kTaps` units make each unit of both axes; 0: as many as the axes say. Known ones are no loops.
+template <int kTaps>
+class Mixer {
+public:
+    Mixer(const std::uint16_t* luma, const Axis& lumaAxis, const std::uint16_t* chroma, const Axis& chromaAxis)
+        : luma_(luma), lumaAxis_(lumaAxis), chroma_(chroma), chromaAxis_(chromaAxis) {}
+
+    HWY_INLINE Column at(std::size_t x) const {
+        constexpr auto kStep = static_cast<std::ptrdiff_t>(kRows);
+        const int lumaTaps = kTaps > 0 ? kTaps : lumaAxis_.count;
+        const int chromaTaps = kTaps > 0 ? kTaps : chromaAxis_.count;
+        const std::uint16_t* lumaFrom = luma_ + kStep * (lumaAxis_.begins[x] - lumaAxis_.first);
+        const std::uint16_t* chromaFrom = chroma_ + 2 * kStep * (chromaAxis_.begins[x] - chromaAxis_.first);
+        const std::uint16_t* lumaWeights = lumaAxis_.weights.data() + x * static_cast<std::size_t>(lumaTaps);
+        const std::uint16_t* chromaWeights = chromaAxis_.weights.data() + x * static_cast<std::size_t>(chromaTaps);
+        const Signed y = upperHalf(around(sumOf(lumaFrom, kStep, lumaWeights, lumaTaps), 1024), kLuma);
+        const Signed cb = around(sumOf(chromaFrom, 2 * kStep, chromaWeights, chromaTaps), 8192);
+        const Signed cr = around(sumOf(chromaFrom + kStep, 2 * kStep, chromaWeights, chromaTaps), 8192);
+        const Signed green = hn::Add(upperHalf(cb, kGreenOfCb), upperHalf(cr, kGreenOfCr));
+        return columnOf(byteOf(hn::Add(y, upperHalf(cr, kRedOfCr))), byteOf(hn::Add(y, green)),
+                        byteOf(hn::Add(y, upperHalf(hn::Add(cb, cb), kBlueOfTwiceCb))));
+    }
+
+    void run(std::uint32_t* const* rows) const {
+        const std::size_t columns = lumaAxis_.begins.size();
+        std::size_t x = 0;
+        for (; x + 4 <= columns; x += 4) {
+            const Column a = at(x);
+            const Column b = at(x + 1);
+            const Column c = at(x + 2);
+            const Column d = at(x + 3);
+            storeSquare(a.upper, b.upper, c.upper, d.upper, rows, x);
+            storeSquare(a.lower, b.lower, c.lower, d.lower, rows + kRows / 2, x);
+        }
+        for (; x < columns; ++x) {
+            storeColumn(at(x), rows, x);
+        }
+    }
+
+private:
+    const std::uint16_t* luma_;
+    const Axis& lumaAxis_;
+    const std::uint16_t* chroma_;
+    const Axis& chromaAxis_;
+};
+
 void mixColumnsOn(const std::uint16_t* luma, const Axis& lumaAxis, const std::uint16_t* chroma, const Axis& chromaAxis,
                   std::uint32_t* const* rows) {
-    constexpr auto kStep = static_cast<std::ptrdiff_t>(kRows);
-    const std::uint16_t* lumaWeights = lumaAxis.weights.data();
-    const std::uint16_t* chromaWeights = chromaAxis.weights.data();
-    for (std::size_t x = 0; x < lumaAxis.begins.size(); ++x) {
-        const std::uint16_t* lumaFrom = luma + kStep * (lumaAxis.begins[x] - lumaAxis.first);
-        const std::uint16_t* chromaFrom = chroma + 2 * kStep * (chromaAxis.begins[x] - chromaAxis.first);
-        const Signed y = upperHalf(around(sumOf(lumaFrom, kStep, lumaWeights, lumaAxis.count), 1024), kLuma);
-        const Signed cb = around(sumOf(chromaFrom, 2 * kStep, chromaWeights, chromaAxis.count), 8192);
-        const Signed cr = around(sumOf(chromaFrom + kStep, 2 * kStep, chromaWeights, chromaAxis.count), 8192);
-        const Signed green = hn::Add(upperHalf(cb, kGreenOfCb), upperHalf(cr, kGreenOfCr));
-        storeColumn(byteOf(hn::Add(y, upperHalf(cr, kRedOfCr))), byteOf(hn::Add(y, green)),
-                    byteOf(hn::Add(y, upperHalf(hn::Add(cb, cb), kBlueOfTwiceCb))), rows, x);
-        lumaWeights += lumaAxis.count;
-        chromaWeights += chromaAxis.count;
+    constexpr int kEnlarging = 2;
+    if (lumaAxis.count == kEnlarging && chromaAxis.count == kEnlarging) {
+        Mixer<kEnlarging>(luma, lumaAxis, chroma, chromaAxis).run(rows);
+    } else {
+        Mixer<0>(luma, lumaAxis, chroma, chromaAxis).run(rows);
     }
 }
 

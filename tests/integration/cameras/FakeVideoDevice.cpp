@@ -67,6 +67,11 @@ void FakeVideoDevice::push(Bytes picture) {
     pictures_.push_back(std::move(picture));
 }
 
+std::size_t FakeVideoDevice::waiting() const {
+    const std::lock_guard guard(lock_);
+    return pictures_.size();
+}
+
 void FakeVideoDevice::setBusy(bool busy) {
     const std::lock_guard guard(lock_);
     busy_ = busy;

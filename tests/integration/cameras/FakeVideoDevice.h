@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/JpegPictures.h"
+#include "support/Bytes.h"
 
 #include <deque>
 #include <filesystem>
@@ -23,6 +23,8 @@ public:
 
     /// The next buffer that is asked for. Empty: a buffer that the driver calls damaged.
     void push(Bytes picture);
+    /// Pictures that nobody has asked for yet.
+    std::size_t waiting() const;
     /// Held by another program: what would start a stream fails.
     void setBusy(bool busy);
     /// How often a stream was started.
