@@ -2,6 +2,7 @@
 
 #include "app/ShortcutsTable.h"
 #include "ui/Button.h"
+#include "ui/FittingScrollArea.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
@@ -16,7 +17,8 @@ namespace {
 
 constexpr int kWidth = 580;
 constexpr int kLeastButton = 96;
-constexpr int kRoomyScreen = 800;  ///< high enough for rows of full height
+constexpr int kRoomyScreen = 800; ///< high enough for rows of full height
+constexpr int kLeastTable = 120;
 constexpr int kTableOverhang = 12; ///< the stripes begin left of the text
 
 QLabel* label(const QString& text, TextStyle style, const QColor& color) {
@@ -43,10 +45,11 @@ ShortcutsDialog::ShortcutsDialog(const Shortcuts::State& state, QWidget* parent)
     column->addWidget(label(Shortcuts::message(), TextStyle::title, Theme::sand));
     column->addWidget(introduction_);
     column->addSpacing(6);
-    if (screen()->availableGeometry().height() >= kRoomyScreen) {
-        table_->setMinimumHeight(table_->sizeHint().height());
-    }
-    column->addWidget(table_, 1);
+    auto* rows = new QWidget;
+    auto* rowsColumn = new QVBoxLayout(rows);
+    rowsColumn->setContentsMargins(0, 0, 0, 0);
+    rowsColumn->addWidget(table_);
+    column->addWidget(scroll_ = new FittingScrollArea(rows), 1);
     column->addSpacing(10);
     auto* done = new Button(ButtonStyle::primary, Shortcuts::button());
     done->setMinimumWidth(kLeastButton + 2 * Button::kRoom);
@@ -68,6 +71,19 @@ void ShortcutsDialog::setState(const Shortcuts::State& state) {
     const int wide = table_->sizeHint().width() + inside.left() + inside.right();
     const QMargins around = contentsMargins();
     setFixedWidth(std::max(Type::scaled(kWidth), wide) + around.left() + around.right());
+    fitTable();
+}
+
+/// Rows of full height, else of the least, and where even those are too many they scroll.
+void ShortcutsDialog::fitTable() {
+    const int free = screen()->availableGeometry().height();
+    const int rows = free >= kRoomyScreen ? table_->sizeHint().height() : table_->minimumSizeHint().height();
+    table_->setMinimumHeight(rows);
+    scroll_->setMinimumHeight(0);
+    const QMargins around = contentsMargins();
+    const int others = layout()->totalMinimumHeightForWidth(minimumWidth()) - around.top() - around.bottom() -
+                       scroll_->minimumSizeHint().height();
+    scroll_->setMinimumHeight(std::clamp(free - others, kLeastTable, rows));
 }
 
 } // namespace velmo

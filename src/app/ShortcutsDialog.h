@@ -20,8 +20,11 @@ public:
     void setState(const Shortcuts::State& state);
 
 private:
+    void fitTable();
+
     QLabel* introduction_;
     ShortcutsTable* table_;
+    class FittingScrollArea* scroll_ = nullptr;
 };
 
 } // namespace velmo

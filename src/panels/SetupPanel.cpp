@@ -65,6 +65,7 @@ SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
     column->addWidget(scroll_);
     connect(scroll_, &FittingScrollArea::heightChanged, this, &SetupPanel::fit, Qt::QueuedConnection);
     connect(&height_, &QAbstractAnimation::finished, this, &SetupPanel::follow);
+    followScreens();
     connect(this, &QDialog::rejected, this, [this] { context_.recorder.closeSetup(); });
 }
 
@@ -191,6 +192,24 @@ void SetupPanel::show() {
         place();
     }
     bringToFront();
+}
+
+void SetupPanel::followScreens() {
+    const auto follow = [this](QScreen* screen) {
+        connect(screen, &QScreen::availableGeometryChanged, this, &SetupPanel::keepOnScreen, Qt::QueuedConnection);
+    };
+    for (QScreen* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &SetupPanel::keepOnScreen, Qt::QueuedConnection);
+}
+
+void SetupPanel::keepOnScreen() {
+    if (isVisible()) {
+        place();
+        fit();
+    }
 }
 
 void SetupPanel::place() {

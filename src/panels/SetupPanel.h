@@ -42,6 +42,8 @@ private:
     void showMoreOptions(bool more);
     void fit();
     void follow();
+    void followScreens();
+    void keepOnScreen();
     void place();
     QRect freePlace() const;
 

@@ -3,6 +3,7 @@
 #include "panels/welcome/WelcomeView.h"
 #include "ui/Button.h"
 #include "ui/ChalkBoard.h"
+#include "ui/FittingScrollArea.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
@@ -38,14 +39,17 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
     setWindowFlag(Qt::WindowStaysOnTopHint, false);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(new WelcomeView(permissions_, [this, &prefs, done = std::move(onDone)] {
+    auto* view = new WelcomeView(permissions_, [this, &prefs, done = std::move(onDone)] {
         prefs.onboarded = true;
         hide();
         if (done) {
             done();
         }
-    }));
-    setFixedSize(cardSize().grownBy(contentsMargins()));
+    });
+    column->addWidget(scroll_ = new FittingScrollArea(view));
+    const QSize card = cardSize();
+    scroll_->setFixedWidth(card.width());
+    setFixedSize(card.grownBy(contentsMargins()));
     close_->setParent(this);
     close_->setSymbol(QStringLiteral("xmark"));
     close_->setAccessibleName(QStringLiteral("Cerrar"));
@@ -56,12 +60,12 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
 
 WelcomeWindow::~WelcomeWindow() = default;
 
-/// Larger text has more room where the screen has it, and what it needs in any case.
+/// Larger text has more room where the screen has it; where even the least is too much, the view scrolls.
 QSize WelcomeWindow::cardSize() const {
     const int width = Type::scaled(kWidth);
-    const int needed = layout()->totalHeightForWidth(width + contentsMargins().left() + contentsMargins().right());
+    const int needed = scroll_->widget()->layout()->totalHeightForWidth(width);
     const int free = QGuiApplication::primaryScreen()->availableGeometry().height() - 2 * kBesideScreen;
-    return {width, std::max({kHeight, needed, std::min(Type::scaled(kHeight), free)})};
+    return {width, std::min(std::max(Type::scaled(kHeight), needed), free)};
 }
 
 void WelcomeWindow::resizeEvent(QResizeEvent* event) {

@@ -28,6 +28,7 @@ private:
     QSize cardSize() const;
 
     Permissions permissions_;
+    class FittingScrollArea* scroll_ = nullptr;
     class Button* close_;
 };
 

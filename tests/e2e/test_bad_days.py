@@ -3,6 +3,7 @@ they were left, a display that changes, a program that is held up, keys pressed 
 
 Runs in a mount namespace of its own, for a library folder that can only be read."""
 
+import json
 import os
 import random
 import shutil
@@ -12,6 +13,7 @@ import sys
 import time
 import unittest
 
+import screen_reader
 from program import Program, Stage, flashes, judge, output, press, wait_until
 
 INSIDE = "VELMO_TEST_MOUNTS"
@@ -305,6 +307,58 @@ class Display(BadDay):
             again = self.record(program)
             stream = judge(again)["streams"][0]
             self.assertEqual((stream["width"], stream["height"]), (1280, 720))
+
+
+    def test_a_screen_that_changes_its_size_keeps_the_open_panel_on_it_and_usable(self):
+        screen_reader.switch_on()
+        opened = {"panel.mas": True, **{"panel." + card: True for card in ("fuentes", "burbuja", "video", "zoom", "guion")}}
+        with Screen() as screen, Program(mode="screen", **opened):
+            press("ctrl+n")
+            panel = screen_reader.window("Nueva grabación")
+            time.sleep(1)
+
+            def is_inside(width, height):
+                # The room for the shadow below and beside the panel is part of its window.
+                x, y, wide, high = screen_reader.place(panel)
+                return x >= 0 and y >= 0 and x + wide <= width and y + high <= height + 60
+            self.assertTrue(is_inside(1920, 1080))
+            screen.shrink()
+            wait_until("the panel on the smaller screen", lambda: is_inside(1280, 720), 15)
+            screen_reader.press_on("Nueva grabación", "Super", "radio button")
+            wait_until("a choice at the panel's end", lambda: self.setting("shortcutModifier") == "super", 15)
+
+    def setting(self, key):
+        with open(os.path.join(os.environ["XDG_CONFIG_HOME"], "velmo-studio", "defaults.json"), encoding="utf-8") as file:
+            return json.load(file).get(key)
+
+
+class Alone(Program):
+    """The program with the fonts of one configuration."""
+
+    def __init__(self, fonts):
+        self.environment = {"FONTCONFIG_FILE": fonts}
+        super().__init__()
+
+
+class OneFont(BadDay):
+    def test_with_only_one_font_installed_everything_is_readable_and_records(self):
+        screen_reader.switch_on()
+        folder = os.path.join(os.environ["DESK_FOLDER"], "fonts")
+        os.makedirs(folder, exist_ok=True)
+        font = output("fc-match", "--format", "%{file}", "DejaVu Sans Mono")
+        self.assertTrue(os.path.exists(font))
+        shutil.copy(font, folder)
+        config = os.path.join(folder, "fonts.conf")
+        with open(config, "w") as file:
+            file.write(f'<?xml version="1.0"?><fontconfig><dir>{folder}</dir><cachedir>{folder}/cache</cachedir></fontconfig>')
+        with Stage("motion"), Alone(config) as program:
+            press("ctrl+n")
+            x, _, width, _ = screen_reader.place(screen_reader.window("Nueva grabación"))
+            for name in ("Comenzar grabación", "Perfiles", "Más opciones", "Cámara", "Pantalla"):
+                left, _, wide, _ = screen_reader.place(screen_reader.control("Nueva grabación", name))
+                self.assertTrue(x <= left and left + wide <= x + width, name)
+            press("Escape")
+            self.record(program)
 
 
 class HeldUp(BadDay):

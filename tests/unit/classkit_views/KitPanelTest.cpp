@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QScrollArea>
 #include <QScrollBar>
 
 namespace velmo {
@@ -79,7 +80,7 @@ TEST_F(KitPanelTest, TwoHundredItemsScrollInAPanelOfTheGreatestHeight) {
     EXPECT_EQ(panel.cardGeometry().height(), 460);
     const QList<KitRow*> rows = panel.findChildren<KitRow*>();
     ASSERT_EQ(rows.size(), 200);
-    auto* bar = panel.findChild<QScrollBar*>();
+    auto* bar = panel.findChild<QScrollArea*>()->verticalScrollBar();
     EXPECT_TRUE(bar->isVisible());
     bar->setValue(bar->maximum());
     EXPECT_LE(rows.last()->mapTo(&panel, rows.last()->rect().bottomLeft()).y(), panel.height());

@@ -195,6 +195,7 @@ TEST_F(KitSetupSectionTest, ADroppedFolderAndAFileThatIsMissingAreItemsAsOthersA
     EXPECT_EQ(kit.items()[0].kind, KitItem::Kind::file);
     EXPECT_EQ(kit.items()[0].location, folder);
     EXPECT_EQ(kit.items()[1].location, QStringLiteral("/no/está/aquí.pdf"));
+    QApplication::processEvents(); // the layout shows new rows
     EXPECT_TRUE(titleField(1)->isVisibleTo(&section));
 }
 
