@@ -4,7 +4,7 @@
 //   tools/desk --no-sound run build/release/bin/bench_prompter [SECONDS]
 
 #include "base/Clock.h"
-#include "bench/Cpu.h"
+#include "bench/support/CpuTime.h"
 #include "session/QtTimers.h"
 #include "settings/Prefs.h"
 #include "support/MemoryDefaultsStore.h"
@@ -88,11 +88,11 @@ void run(int seconds) {
             prefs.prompterSpeed = speed;
             prompter.play();
         }
-        const double own = ownCpu();
-        const double server = serverCpu();
+        const double own = bench::ownCpu();
+        const double server = bench::serverCpu();
         pass(seconds * 1000);
-        std::printf("%4.0f points a second    %8.2f %% %8.2f %%", speed, (ownCpu() - own) * 100 / seconds,
-                    (serverCpu() - server) * 100 / seconds);
+        std::printf("%4.0f points a second    %8.2f %% %8.2f %%", speed, (bench::ownCpu() - own) * 100 / seconds,
+                    (bench::serverCpu() - server) * 100 / seconds);
         std::vector<double>& apart = paintings.apart;
         std::sort(apart.begin(), apart.end());
         if (!apart.empty()) {

@@ -50,13 +50,13 @@ AboutPanel::AboutPanel(QWidget* parent) : DialogWindow(parent) {
     column->addWidget(centered(QCoreApplication::applicationVersion(), Type::font(TextStyle::caption), Theme::muted));
     column->addSpacing(12);
     QFont small = Type::font(TextStyle::caption);
-    small.setPixelSize(kCreditsSize);
+    small.setPixelSize(Type::scaled(kCreditsSize));
     QLabel* credit = centered(credits(), small, Theme::muted);
     credit->setTextFormat(Qt::RichText);
     credit->setOpenExternalLinks(true);
     column->addWidget(credit);
     const QMargins around = contentsMargins();
-    setFixedWidth(kWidth + around.left() + around.right());
+    setFixedWidth(Type::scaled(kWidth) + around.left() + around.right());
 }
 
 QString AboutPanel::credits() {

@@ -29,10 +29,9 @@ private:
     struct Surfaces;
 
     Shell shell();
-    SessionServices sessionServices();
     SessionSurfaces sessionSurfaces();
 
-    // In the order in which they are made.
+    // In the order in which they are made, each from those before it.
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<Stores> stores_;
     std::unique_ptr<Session> session_;

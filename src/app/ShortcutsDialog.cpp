@@ -67,7 +67,7 @@ void ShortcutsDialog::setState(const Shortcuts::State& state) {
     const QMargins inside = layout()->contentsMargins();
     const int wide = table_->sizeHint().width() + inside.left() + inside.right();
     const QMargins around = contentsMargins();
-    setFixedWidth(std::max(kWidth, wide) + around.left() + around.right());
+    setFixedWidth(std::max(Type::scaled(kWidth), wide) + around.left() + around.right());
 }
 
 } // namespace velmo

@@ -59,7 +59,7 @@ int ShortcutsTable::keyColumn() const {
     for (const Shortcuts::Row& row : Shortcuts::list) {
         widest = std::max(widest, keys(nullptr, {}, row));
     }
-    return std::max(kKeyColumn, static_cast<int>(widest) + kInset);
+    return std::max(Type::scaled(kKeyColumn), static_cast<int>(widest) + kInset);
 }
 
 QSize ShortcutsTable::sizeWith(int rowHeight) const {
@@ -72,7 +72,7 @@ QSize ShortcutsTable::sizeWith(int rowHeight) const {
 }
 
 QSize ShortcutsTable::sizeHint() const {
-    return sizeWith(kRowHeight);
+    return sizeWith(Type::heightFor(kRowHeight));
 }
 
 QSize ShortcutsTable::minimumSizeHint() const {
@@ -117,8 +117,9 @@ double ShortcutsTable::keys(QPainter* painter, const QRectF& column, const Short
         const bool cap = token.startsWith(u'⌃') || token.startsWith(u'⌥');
         const TextStyle style = cap ? TextStyle::strong : TextStyle::body;
         const QString text = shortcutText(token, state_.modifier);
-        const QRectF box(x, column.center().y() - kCapHeight / 2.0, widthOf(style, text) + (cap ? 2 * kCapPadding : 0),
-                         kCapHeight);
+        const int height = std::max(kCapHeight, Type::lineHeight(style));
+        const QRectF box(x, column.center().y() - height / 2.0, widthOf(style, text) + (cap ? 2 * kCapPadding : 0),
+                         height);
         x = box.right() + kGap;
         if (painter == nullptr) {
             continue;

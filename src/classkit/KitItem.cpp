@@ -56,8 +56,9 @@ QUrl parsed(const QString& address) {
 
 QString shortened(const QUrl& url) {
     QString host = url.host().toLower();
-    if (host.startsWith(QLatin1String("www."))) {
-        host.remove(0, 4);
+    constexpr QLatin1String kUsual("www.");
+    if (host.startsWith(kUsual) && host.size() > kUsual.size()) {
+        host.remove(0, kUsual.size());
     }
     const QString path = url.path(QUrl::FullyDecoded);
     return path.size() < 2 ? host : host + path;

@@ -34,6 +34,11 @@ std::filesystem::path asideOf(const std::filesystem::path& video) {
     return hiddenBeside(video, kAsideSuffix);
 }
 
+bool hasJournal(const std::filesystem::path& video) {
+    std::error_code ignored;
+    return std::filesystem::exists(journalOf(video), ignored);
+}
+
 void unlockJournal(const std::filesystem::path& video) {
     internal::releaseJournal(journalOf(video));
 }

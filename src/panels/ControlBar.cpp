@@ -18,6 +18,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -33,6 +34,7 @@ constexpr int kFitAfter = 100; // ms
 constexpr int kGap = 2;
 constexpr int kGroupMargin = 6;
 constexpr int kTightGroupMargin = 3;
+constexpr int kMenuGap = 8;
 constexpr int kBesideBar = 24; ///< of the screen's width, at both sides together
 constexpr int kMenuIcon = 18;
 
@@ -183,7 +185,14 @@ void ControlBar::openMenu(const BarControl& control, QPoint place) {
         action->setChecked(entry.current);
         connect(action, &QAction::triggered, this, [this, act = entry.action] { act(parts_.targets); });
     }
-    menu->popup(place);
+    menu->popup(besideRow(place, menu->sizeHint()));
+}
+
+/// Where a menu covers nothing of the bar: above it, as it stands at the bottom of the screen.
+QPoint ControlBar::besideRow(QPoint place, QSize menu) const {
+    const QRect row = cardGeometry();
+    const bool fitsBelow = row.bottom() + kMenuGap + menu.height() <= screen()->availableGeometry().bottom();
+    return {place.x(), fitsBelow ? row.bottom() + kMenuGap : row.top() - kMenuGap - menu.height()};
 }
 
 void ControlBar::addLine(QHBoxLayout& row, int group) {

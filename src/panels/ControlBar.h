@@ -69,6 +69,7 @@ private:
     void showClock();
     void press(const BarControl& control, Button& button);
     void openMenu(const BarControl& control, QPoint place);
+    QPoint besideRow(QPoint place, QSize menu) const;
     void apply(Tightness tightness);
     void fitToContent();
 

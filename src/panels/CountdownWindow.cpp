@@ -83,13 +83,14 @@ QRectF CountdownWindow::disc() const {
 
 QRectF CountdownWindow::hint() const {
     const QRectF above = disc();
-    return QRectF(above.center().x() - kHintWidth / 2, above.bottom() + kHintGap, kHintWidth, kHintHeight);
+    const double width = kHintWidth * Type::scale();
+    return QRectF(above.center().x() - width / 2, above.bottom() + kHintGap, width, kHintHeight * Type::scale());
 }
 
 QPainterPath CountdownWindow::outline() const {
     QPainterPath path;
     path.addEllipse(disc());
-    path.addRoundedRect(hint(), kHintHeight / 2, kHintHeight / 2);
+    path.addRoundedRect(hint(), hint().height() / 2, hint().height() / 2);
     return path;
 }
 
@@ -104,7 +105,7 @@ void CountdownWindow::paintEvent(QPaintEvent* event) {
         paintNumber(painter);
     }
     QFont font = Type::font(TextStyle::label);
-    font.setPixelSize(18);
+    font.setPixelSize(Type::scaled(18));
     painter.setFont(font);
     painter.setPen(Theme::sand);
     painter.drawText(hint(), Qt::AlignCenter, QStringLiteral("Clic para empezar ya"));

@@ -16,6 +16,7 @@
 #include "ui/Painting.h"
 #include "ui/ScreenPlace.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -24,6 +25,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace velmo {
@@ -41,7 +43,8 @@ constexpr const char* kMoreKey = "panel.mas";
 } // namespace
 
 SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
-    : DialogWindow({Theme::bg, 16, Elevation::floating}), context_(std::move(context)) {
+    : DialogWindow({Theme::bg, 16, Elevation::floating}), context_(std::move(context)),
+      height_(this, Fade::kPanel, QEasingCurve::OutCubic, [this] { follow(); }) {
     setWindowTitle(QStringLiteral("Nueva grabación"));
     setAccessibleName(windowTitle());
     // No more room for the shadow than the panel's place leaves to the screen's edge: window managers push a window
@@ -50,17 +53,18 @@ SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
     around.setTop(std::min(around.top(), kFromTop));
     around.setRight(std::min(around.right(), kFromRight));
     setContentsMargins(around);
-    setFixedWidth(kWidth + around.left() + around.right());
+    setFixedWidth(Type::scaled(kWidth) + around.left() + around.right());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     QWidget* head = makeHead();
     scroll_ = new FittingScrollArea(makeColumn(std::move(material)));
-    scroll_->setFixedWidth(kWidth);
+    scroll_->setFixedWidth(Type::scaled(kWidth));
     scroll_->setAccessibleName(windowTitle());
     column->addWidget(head);
     column->addWidget(scroll_);
     connect(scroll_, &FittingScrollArea::heightChanged, this, &SetupPanel::fit, Qt::QueuedConnection);
+    connect(&height_, &QAbstractAnimation::finished, this, &SetupPanel::follow);
     connect(this, &QDialog::rejected, this, [this] { context_.recorder.closeSetup(); });
 }
 
@@ -98,6 +102,7 @@ QWidget* SetupPanel::makeColumn(std::vector<SetupSection> material) {
     addStart(*column);
     addFoot(*column);
     addCards(*column, std::move(material));
+    column->addStretch(1); // a panel on its way down is higher than what is left in it
     return contents;
 }
 
@@ -169,7 +174,15 @@ void SetupPanel::fit() {
     const int top = isVisible() ? pos().y() + card().top() : free.top() + kFromTop;
     scroll_->setMostHeight(std::max(kLeastHeight, free.bottom() - kFromTop - top - kHead));
     layout()->activate();
-    resize(sizeHint());
+    const int wanted = sizeHint().height();
+    isVisible() ? height_.moveTo(wanted) : height_.jump(wanted);
+}
+
+/// The bar beside what scrolls would come and go on the way.
+void SetupPanel::follow() {
+    const bool moving = height_.state() == QAbstractAnimation::Running;
+    scroll_->setVerticalScrollBarPolicy(moving ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    resize(width(), static_cast<int>(std::lround(height_.value())));
 }
 
 void SetupPanel::show() {

@@ -4,6 +4,7 @@
 #include "panels/setup/SetupSection.h"
 #include "session/Collaborators.h"
 #include "ui/DialogWindow.h"
+#include "ui/Fade.h"
 
 #include <vector>
 
@@ -40,6 +41,7 @@ private:
     void addCards(QVBoxLayout& column, std::vector<SetupSection> material);
     void showMoreOptions(bool more);
     void fit();
+    void follow();
     void place();
     QRect freePlace() const;
 
@@ -47,6 +49,7 @@ private:
     Disclosure* more_ = nullptr;
     QWidget* cards_ = nullptr;
     FittingScrollArea* scroll_ = nullptr;
+    Fade height_; // of the window
 };
 
 } // namespace velmo

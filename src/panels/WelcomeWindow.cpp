@@ -4,11 +4,15 @@
 #include "ui/Button.h"
 #include "ui/ChalkBoard.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScreen>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace velmo {
@@ -17,9 +21,10 @@ namespace {
 
 constexpr int kWidth = 620;
 constexpr int kHeight = 600;
+constexpr int kBesideScreen = 12;
 constexpr double kRadius = 16;
 constexpr int kCloseFromEdge = 14;
-constexpr double kChalkY = 150; ///< under the title
+constexpr double kAboveTitle = 118;
 constexpr double kChalkWidth = 170;
 
 } // namespace
@@ -31,8 +36,6 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
     setAccessibleName(windowTitle());
     // The desktop's settings come up in front of it.
     setWindowFlag(Qt::WindowStaysOnTopHint, false);
-    const QMargins around = contentsMargins();
-    setFixedSize(QSize(kWidth, kHeight).grownBy(around));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(new WelcomeView(permissions_, [this, &prefs, done = std::move(onDone)] {
@@ -42,6 +45,7 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
             done();
         }
     }));
+    setFixedSize(cardSize().grownBy(contentsMargins()));
     close_->setParent(this);
     close_->setSymbol(QStringLiteral("xmark"));
     close_->setAccessibleName(QStringLiteral("Cerrar"));
@@ -51,6 +55,14 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
 }
 
 WelcomeWindow::~WelcomeWindow() = default;
+
+/// Larger text has more room where the screen has it, and what it needs in any case.
+QSize WelcomeWindow::cardSize() const {
+    const int width = Type::scaled(kWidth);
+    const int needed = layout()->totalHeightForWidth(width + contentsMargins().left() + contentsMargins().right());
+    const int free = QGuiApplication::primaryScreen()->availableGeometry().height() - 2 * kBesideScreen;
+    return {width, std::max({kHeight, needed, std::min(Type::scaled(kHeight), free)})};
+}
 
 void WelcomeWindow::resizeEvent(QResizeEvent* event) {
     DialogWindow::resizeEvent(event);
@@ -66,7 +78,10 @@ void WelcomeWindow::paintEvent(QPaintEvent* event) {
     QPainterPath inside;
     inside.addRoundedRect(box.adjusted(1, 1, -1, -1), kRadius - 1, kRadius - 1);
     ChalkBoard::paintTop(painter, inside, box);
-    ChalkBoard::paintStroke(painter, QPointF(box.center().x() - kChalkWidth / 2, box.top() + kChalkY), kChalkWidth);
+    ChalkBoard::paintStroke(
+        painter,
+        QPointF(box.center().x() - kChalkWidth / 2, box.top() + kAboveTitle + Type::lineHeight(TextStyle::display)),
+        kChalkWidth);
 }
 
 } // namespace velmo

@@ -25,6 +25,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QSize cardSize() const;
+
     Permissions permissions_;
     class Button* close_;
 };

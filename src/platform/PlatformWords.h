@@ -18,11 +18,11 @@ inline constexpr Wording kPermitScreenCapture{
 inline constexpr Wording kRevealFile{"Mostrar en Finder", "Mostrar en la carpeta"};
 
 inline constexpr Wording kTrashKeeps{"Podrás recuperarla desde la Papelera de tu Mac.",
-                                     "Podrás recuperarla desde la papelera de tu computador."};
+                                     "Podrás recuperarla desde la papelera de tu computadora."};
 
 inline constexpr Wording kNormalIsFluid{
     "En esta Mac, la calidad Normal es la más fluida, sobre todo con videos en pantalla.",
-    "En este computador, la calidad Normal es la más fluida, sobre todo con videos en pantalla."};
+    "En esta computadora, la calidad Normal es la más fluida, sobre todo con videos en pantalla."};
 
 inline constexpr Wording kSystemNeedsPermission{"Para grabar, macOS necesita tu permiso. Dalo una sola vez:",
                                                 "Para grabar, tu sistema necesita tu permiso. Dalo una sola vez:"};
@@ -34,7 +34,7 @@ inline constexpr Wording kMayAskToReopen{
 inline constexpr Wording kStaysHere{
     "Privacidad: todo se graba y se guarda en tu Mac. Nada se sube a internet, salvo cuando tú pides un enlace de "
     "Google Drive.",
-    "Privacidad: todo se graba y se guarda en tu computador. Nada se sube a internet, salvo cuando tú pides un enlace "
+    "Privacidad: todo se graba y se guarda en tu computadora. Nada se sube a internet, salvo cuando tú pides un enlace "
     "de Google Drive."};
 
 inline constexpr Wording kTemplates{

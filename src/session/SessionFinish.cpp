@@ -101,7 +101,9 @@ QCoro::Task<Result<std::filesystem::path>> RecorderController::stopCapture() {
 RecorderController::Task RecorderController::failSave(std::filesystem::path url, Error error) {
     const Life life = life_;
     finish(false);
-    removeFile(url);
+    if (!hasJournal(url)) { // else the next launch can still make something of it
+        removeFile(url);
+    }
     co_await inform("No se pudo guardar la grabación", QString::fromStdString(error.text));
     if (!life.expired()) {
         tell(surfaces_.libraryWindow, &LibraryWindowPort::show, std::nullopt);

@@ -153,6 +153,13 @@ void DrawingPalette::placeOn(const Screen& screen) {
     setCardGeometry(QRect(free.x() + (free.width() - width) / 2, free.y() + kBelowTop, width, kHeight));
 }
 
+void DrawingPalette::keepClearOf(const QRect& area) {
+    const QRect card = cardGeometry();
+    if (card.intersects(area)) {
+        setCardGeometry(QRect(QPoint(card.x(), area.bottom() + 1 + kBelowTop), card.size()));
+    }
+}
+
 void DrawingPalette::keepInside(const QRect& frame) {
     QRect card = cardGeometry();
     card.moveRight(std::min(card.right(), frame.right()));

@@ -27,6 +27,8 @@ public:
 
     /// At the top of the screen, in the middle.
     void placeOn(const Screen& screen);
+    /// Goes below `area` where it would cover any of it.
+    void keepClearOf(const QRect& area);
     /// Where it is, or as near as the `frame` lets it. Qt's coordinates.
     void keepInside(const QRect& frame);
 

@@ -68,6 +68,9 @@ void ScreenDrawing::startDrawing() {
     if (services_.bringBubblesToFront) {
         services_.bringBubblesToFront();
     }
+    if (services_.script) {
+        palette_->keepClearOf(services_.script());
+    }
     palette_->show();
     palette_->bringToFront();
     setDrawing(true);

@@ -6,6 +6,7 @@
 #include "ui/Theme.h"
 
 #include <QObject>
+#include <QRect>
 
 #include <array>
 #include <functional>
@@ -28,12 +29,13 @@ public:
                                           Theme::nsColor(0xFFFFFF), Theme::nsColor(0x0D1B2A)};
     static constexpr std::array widths = {3.0, 5.0, 9.0}; ///< points
 
-    /// References borrowed; they outlive the drawing. `bringBubblesToFront` may be empty: with it the cameras stay
-    /// above the ink.
+    /// References borrowed; they outlive the drawing. The functions may be empty: with `bringBubblesToFront` the
+    /// cameras stay above the ink, with `script` the palette does not cover what is being read.
     struct Services {
         const Clock& clock;
         MainTimers& timers;
-        std::function<void()> bringBubblesToFront;
+        std::function<void()> bringBubblesToFront = {};
+        std::function<QRect()> script = {}; ///< where the script stands; an empty rectangle while it is hidden
     };
     explicit ScreenDrawing(Services services);
     ~ScreenDrawing() override;

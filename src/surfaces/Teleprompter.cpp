@@ -64,6 +64,10 @@ void Teleprompter::show(const Screen& screen) {
     }
 }
 
+QRect Teleprompter::place() const {
+    return visible_ && panel_ ? panel_->cardGeometry() : QRect();
+}
+
 void Teleprompter::hide() {
     pause();
     if (panel_) {

@@ -5,6 +5,7 @@
 #include "surfaces/PrompterScroll.h"
 
 #include <QObject>
+#include <QRect>
 
 #include <memory>
 
@@ -52,6 +53,9 @@ public:
     void slower();
     void biggerText();
     void smallerText();
+
+    /// What it covers of the screen, in Qt's coordinates; empty while hidden.
+    QRect place() const;
 
     /// For tests; null until it was shown.
     const PrompterPanel* panel() const { return panel_.get(); }

@@ -4,6 +4,7 @@
 #include "ui/IconTile.h"
 #include "ui/Label.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -50,7 +51,7 @@ AlertDialog::AlertDialog(const Content& content, QWidget* parent) : DialogWindow
     addText(content, *column);
     addButtons(content, *column);
     const QMargins around = contentsMargins();
-    setFixedWidth(kWidth + around.left() + around.right());
+    setFixedWidth(Type::scaled(kWidth) + around.left() + around.right());
     connect(this, &QDialog::rejected, this, [this] { choose(answerOnClose()); });
 }
 

@@ -45,6 +45,14 @@ Measures measures(ButtonStyle style) {
     }
 }
 
+/// Those that stand in a row of a fixed height keep theirs, which has room for larger text.
+int heightOf(ButtonStyle style) {
+    const int height = measures(style).height;
+    const bool grows = style != ButtonStyle::bar && style != ButtonStyle::finish && style != ButtonStyle::icon &&
+                       style != ButtonStyle::primarySmall;
+    return grows ? Type::heightFor(height) : height;
+}
+
 constexpr int kGap = 8;
 constexpr int kGlowBelow = 16;
 
@@ -138,7 +146,7 @@ QSize Button::sizeHint() const {
     }
     const QMargins around = room();
     return QSize(std::max(m.leastWidth, static_cast<int>(std::ceil(width))) + around.left() + around.right(),
-                 m.height + around.top() + around.bottom());
+                 heightOf(style_) + around.top() + around.bottom());
 }
 
 QRect Button::shape() const {

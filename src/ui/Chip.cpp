@@ -31,17 +31,18 @@ Chip::Chip(const QString& text, QWidget* parent) : QAbstractButton(parent) {
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    new FocusRing(*this, kHeight / 2.0);
+    new FocusRing(*this, Type::heightFor(kHeight) / 2.0);
 }
 
 QSize Chip::sizeHint() const {
-    return {static_cast<int>(std::ceil(QFontMetricsF(fontOf(true)).horizontalAdvance(text()))) + 2 * kPadding, kHeight};
+    return {static_cast<int>(std::ceil(QFontMetricsF(fontOf(true)).horizontalAdvance(text()))) + 2 * kPadding,
+            Type::heightFor(kHeight)};
 }
 
 void Chip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QColor rest = underMouse() ? Theme::surface2 : Theme::surface;
-    Painting::roundedBox(painter, rect(), kHeight / 2.0, isChecked() ? Theme::lit() : rest,
+    Painting::roundedBox(painter, rect(), height() / 2.0, isChecked() ? Theme::lit() : rest,
                          isChecked() ? Theme::withOpacity(Theme::skyBright, 0.75) : Theme::border);
     painter.setFont(fontOf(isChecked()));
     painter.setPen(isChecked() ? Theme::sky : Theme::sand);

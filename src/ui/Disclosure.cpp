@@ -4,6 +4,7 @@
 #include "ui/Painting.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -38,7 +39,7 @@ Disclosure::Disclosure(QString symbol, const QString& text, Chevron chevron, QWi
 QSize Disclosure::sizeHint() const {
     const double text = QFontMetricsF(font()).horizontalAdvance(this->text());
     const int icon = symbol_.isEmpty() ? 0 : kIcon + kGap;
-    return {static_cast<int>(std::ceil(text)) + icon + kGap + kIcon + 2 * kPadding, kHeight};
+    return {static_cast<int>(std::ceil(text)) + icon + kGap + kIcon + 2 * kPadding, Type::heightFor(kHeight)};
 }
 
 void Disclosure::paintEvent(QPaintEvent*) {

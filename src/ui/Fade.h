@@ -15,6 +15,7 @@ public:
     /// Times of the look, in milliseconds.
     static constexpr int kHover = 90;
     static constexpr int kSwitch = 140;
+    static constexpr int kPanel = 200;
 
     Fade(QObject* parent, int milliseconds, QEasingCurve::Type curve, std::function<void()> step);
 

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QScreen>
 #include <QStyleFactory>
 #include <QToolTip>
 
@@ -31,9 +32,16 @@ QPalette palette() {
     return colors;
 }
 
+/// The font that the desktop gives to every program, before this one chooses its own.
+double desktopScale() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    return screen ? Type::scaleFor(QApplication::font().pointSizeF(), screen->logicalDotsPerInchY()) : 1;
+}
+
 } // namespace
 
 void apply(QApplication& application) {
+    Type::setScale(desktopScale());
     application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     application.setPalette(palette());
     application.setFont(Type::font(TextStyle::body));

@@ -18,6 +18,8 @@ namespace {
 
 constexpr int kHeight = 72;
 constexpr int kIcon = 24;
+constexpr int kTextTop = 42;
+constexpr int kTextBottom = 10;
 constexpr double kRadius = 12;
 
 } // namespace
@@ -35,7 +37,7 @@ ModeTile::ModeTile(QString symbol, const QString& text, QWidget* parent)
 
 QSize ModeTile::sizeHint() const {
     const QFontMetricsF metrics(Type::font(TextStyle::strong));
-    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(text()))) + 20, kHeight};
+    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(text()))) + 20, Type::heightFor(kHeight)};
 }
 
 void ModeTile::paintEvent(QPaintEvent*) {
@@ -45,7 +47,7 @@ void ModeTile::paintEvent(QPaintEvent*) {
     Symbol::paint(painter, QRectF(0, 12, width(), kIcon), symbol_, kIcon, isChecked() ? Theme::sky : Theme::muted);
     painter.setFont(Type::font(isChecked() ? TextStyle::strong : TextStyle::label));
     painter.setPen(isChecked() ? Theme::sand : Theme::muted);
-    painter.drawText(QRectF(0, 42, width(), 20), Qt::AlignCenter, text());
+    painter.drawText(QRectF(0, kTextTop, width(), height() - kTextTop - kTextBottom), Qt::AlignCenter, text());
 }
 
 } // namespace velmo

@@ -55,7 +55,7 @@ QString Picker::current() const {
 }
 
 QSize Picker::sizeHint() const {
-    return {180, kHeight};
+    return {180, Type::heightFor(kHeight)};
 }
 
 void Picker::choose(std::size_t index) {

@@ -40,7 +40,7 @@ public:
         const QFontMetricsF metrics(font(true));
         const int icon = symbol_.isEmpty() ? 0 : kIcon + kGap;
         return {static_cast<int>(std::ceil(metrics.horizontalAdvance(text()))) + icon + 2 * kBeside,
-                kHeight - 2 * kPadding};
+                Type::heightFor(kHeight) - 2 * kPadding};
     }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -78,7 +78,7 @@ private:
 
 Segments::Segments(const QString& name, const std::vector<Choice>& choices, QWidget* parent)
     : ChoiceGroup(name, parent) {
-    setFixedHeight(kHeight);
+    setFixedHeight(Type::heightFor(kHeight));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
     row->setSpacing(2);

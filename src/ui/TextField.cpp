@@ -38,7 +38,7 @@ TextField::TextField(const QString& placeholder, int height, QWidget* parent) : 
     setValidator(new Plain(this));
     setPlaceholderText(placeholder);
     setFont(Type::font(TextStyle::body));
-    setFixedHeight(height + 2 * kRoom);
+    setFixedHeight(Type::heightFor(height) + 2 * kRoom);
     setTextMargins(kRoom + kPadding, 0, kRoom + kPadding, 0);
     setAttribute(Qt::WA_Hover);
     QPalette colors = palette();

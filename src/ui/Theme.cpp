@@ -114,7 +114,7 @@ std::optional<QColor> colorFromHex(const QString& text) {
 
 QFont headline(double size) {
     QFont font = Type::font(TextStyle::title);
-    font.setPixelSize(static_cast<int>(std::lround(size)));
+    font.setPixelSize(static_cast<int>(std::lround(size * Type::scale())));
     font.setWeight(QFont::Bold);
     return font;
 }

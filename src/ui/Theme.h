@@ -82,7 +82,7 @@ QColor ring(int index);
 std::optional<QString> hexString(const QColor& color);
 /// Six hexadecimal digits with any number of "#" around them; absent for anything else.
 std::optional<QColor> colorFromHex(const QString& text);
-/// The bold font of titles, `size` in pixels.
+/// The bold font of titles, `size` in pixels at scale 1.
 QFont headline(double size);
 
 } // namespace velmo::Theme

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace velmo::Type {
 
@@ -41,6 +42,22 @@ const Look& look(TextStyle style) {
     return *std::find_if(kLooks.begin(), kLooks.end(), [style](const Look& one) { return one.style == style; });
 }
 
+constexpr double kMostScale = 2;
+constexpr double kRoomyScale = 1.25;
+constexpr double kUsualDots = 96;
+constexpr double kUsualPoints = 11; // desktops choose from 9 to 11 points by themselves
+
+double currentScale = 1;
+
+int rounded(double length) {
+    return static_cast<int>(std::lround(length));
+}
+
+/// The countdown's number fills a disc.
+double scaleOf(TextStyle style) {
+    return style == TextStyle::countdown ? 1 : currentScale;
+}
+
 double digitAdvance(const QFontMetricsF& metrics) {
     double widest = 0;
     for (char digit = '0'; digit <= '9'; ++digit) {
@@ -67,14 +84,35 @@ QString family() {
 QFont font(TextStyle style) {
     const Look& wanted = look(style);
     QFont font(family());
-    font.setPixelSize(wanted.size);
+    font.setPixelSize(rounded(wanted.size * scaleOf(style)));
     font.setWeight(wanted.weight);
     font.setLetterSpacing(QFont::AbsoluteSpacing, wanted.spacing);
     return font;
 }
 
 int lineHeight(TextStyle style) {
-    return look(style).line;
+    return rounded(look(style).line * scaleOf(style));
+}
+
+double scale() {
+    return currentScale;
+}
+
+void setScale(double factor) {
+    currentScale = std::clamp(factor, 1.0, kMostScale);
+}
+
+double scaleFor(double points, double dotsPerInch) {
+    return std::clamp(std::max(points / kUsualPoints, 1.0) * dotsPerInch / kUsualDots, 1.0, kMostScale);
+}
+
+int scaled(int length) {
+    return rounded(length * currentScale);
+}
+
+int heightFor(int height) {
+    const int grown = lineHeight(TextStyle::body) - look(TextStyle::body).line;
+    return currentScale > kRoomyScale ? height + grown : height;
 }
 
 double tabularWidth(const QFont& font, const QString& text) {

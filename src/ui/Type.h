@@ -26,8 +26,19 @@ enum class TextStyle {
     countdown,
 };
 
-/// Fonts by their use. Sizes in pixels at scale 1.
+/// Fonts by their use, as large as the desktop wants text. Main thread.
 namespace Type {
+
+/// From 1, as designed, to 2; all fonts are larger by that. What is no text keeps its size.
+double scale();
+/// Before the first window is made: what is made already keeps its size.
+void setScale(double factor);
+/// For a desktop whose font has `points`, on a screen where text is drawn with `dotsPerInch`.
+double scaleFor(double points, double dotsPerInch);
+/// A length along a line of text, given for scale 1.
+int scaled(int length);
+/// The height of a control with one line of text, given for scale 1. Up to a quarter more has room in it as it is.
+int heightFor(int height);
 
 QFont font(TextStyle style);
 /// Height of one line.

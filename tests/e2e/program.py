@@ -11,6 +11,7 @@ import time
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILD = os.environ.get("VELMO_BUILD", os.path.join(ROOT, "build/release"))
 HANG_LIMIT_S = 90
+NOTHING = object()  # in place of defaults: an account on which the program has never run
 
 
 def tool(name):
@@ -73,10 +74,19 @@ class Program:
             defaults = json.dumps({"onboarded": True, "countdown": False, "mode": "screen", **settings})
         self.config = os.path.join(os.environ["XDG_CONFIG_HOME"], "velmo-studio")
         os.makedirs(self.config, exist_ok=True)
-        with open(os.path.join(self.config, "defaults.json"), "w") as file:
-            file.write(defaults)
+        file = os.path.join(self.config, "defaults.json")
+        if defaults is NOTHING:
+            self.forget(file)
+        else:
+            with open(file, "w") as store:
+                store.write(defaults)
         self.library = os.path.join(os.environ["HOME"], "Videos", "Velmo Studio")
         self.start()
+
+    @staticmethod
+    def forget(file):
+        if os.path.exists(file):
+            os.remove(file)
 
     def start(self):
         self.log = open(os.path.join(os.environ["DESK_FOLDER"], "program.log"), "ab")

@@ -123,12 +123,30 @@ def while_renaming(kill):
     kill.pause(0, 0.8)
 
 
+def while_recovering(kill):
+    """Twice at chance moments, before the one that counts."""
+    kill.begin()
+    kill.pause(0.5, 1)
+    kill.mark()
+    kill.pause(0.4, 0.6)
+    kill.die()
+    for _ in range(kill.chance.randint(1, 2)):
+        kill.subject.orders.give(SLOW, milliseconds=20)
+        kill.subject.start()
+        kill.pause(0, 0.8)
+        kill.subject.kill()
+    kill.subject.orders.give(SLOW, milliseconds=20)
+    kill.subject.start()
+    kill.pause(0, 0.4)
+
+
 def hidden(subject, part):
     return [name for name in os.listdir(subject.library) if part in name]
 
 
 PHASES = {"start": at_start, "recording": while_recording, "pause": while_paused, "stop": while_stopping,
-          "mixing": while_mixing, "class folder": while_writing_the_class_folder, "rename": while_renaming}
+          "mixing": while_mixing, "class folder": while_writing_the_class_folder, "rename": while_renaming,
+          "recovery": while_recovering}
 
 
 class Verdict:

@@ -79,6 +79,7 @@ class Subject(Program):
         """Starts again and waits until what was left behind has been dealt with."""
         self.start()
         wait_until("the recovery", lambda: not self.left_behind())
+        time.sleep(0.3)  # for its notice to be on the screen
 
     def clear_library(self):
         for name in os.listdir(self.library):

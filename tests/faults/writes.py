@@ -6,39 +6,47 @@ import time
 
 from orders import FAIL, SHORT, SLOW
 from program import Stage, press, wait_until
-from subject import Subject, look_at, now_ms, since, table
+from subject import MARK_SETTLES_S, Subject, look_at, now_ms, since, table
 
-# name, orders, whether the trouble is to end the recording
-ONCE = dict(times=1)
-CASES = [
-    (f"{errno.errorcode[number]} {when} on {where or 'any file'}", FAIL, dict(error=number, part=part, **how), "ends")
-    for number in (errno.ENOSPC, errno.EIO, errno.EROFS, errno.ENODEV)
-    for where, part in (("the video", ".mp4"), ("the journal", ".velmo-journal"), ("", ""))
-    for when, how in (("once", dict(times=1)), ("every 7th time", dict(every=7)), ("from then on", dict()))
-] + [
-    ("half of each write", SHORT, dict(), "goes on"),
-    ("30 ms for each write", SLOW, dict(milliseconds=10, part=".mp4"), "goes on"),
-]
+NUMBERS = (errno.ENOSPC, errno.EIO, errno.EROFS, errno.ENODEV)
+PLACES = (("the video", ".mp4"), ("the journal", ".velmo-journal"), ("any file", ""))
+TIMES = (("once", dict(times=1)), ("every 7th time", dict(every=7)), ("from then on", dict()))
+STEPS_OF_A_STOP = (1, 2, 3, 5, 8, 13, 21, 34)
+
+# What is tried, the orders, when they are given, and whether the recording is to end then.
+CASES = [(f"{errno.errorcode[number]} {when} on {where}", FAIL, dict(error=number, part=part, **how), "recording", "ends")
+         for number in NUMBERS for where, part in PLACES for when, how in TIMES]
+CASES += [(f"{errno.errorcode[number]} at write {nth} of the stop", FAIL, dict(error=number, every=nth, times=1), "stop", "goes on")
+          for number in (errno.ENOSPC, errno.EIO) for nth in STEPS_OF_A_STOP]
+CASES += [("half of each write", SHORT, dict(), "recording", "goes on"),
+          ("10 ms for each write", SLOW, dict(milliseconds=10, part=".mp4"), "recording", "goes on")]
 
 
-def one_case(subject, mode, how, chance):
+def one_case(subject, mode, how, when, chance):
     """What was told, whether it was saved at once, what is left of it."""
     subject.clear_library()
     video = subject.begin_recording(first_bytes=1000)
     began = now_ms()
     time.sleep(chance.uniform(1, 2))
     struck = now_ms()
-    subject.orders.give(mode, **how)
-    time.sleep(2)
-    press("ctrl+g")
-    stopped = now_ms()
-    wait_until("the end of the recording", subject.library_window)
+    if when == "recording":
+        subject.orders.give(mode, **how)
+        time.sleep(2)
     told = subject.dismiss_notices()
-    alive = subject.process.poll() is None
-    time.sleep(0.3)
+    stopped = now_ms()
+    if when == "stop":
+        press("ctrl+m")
+        time.sleep(MARK_SETTLES_S)
+        struck = stopped = now_ms()
+        subject.orders.give(mode, **how)
+    if not told and not subject.library_window():  # else it has ended by itself, and the key would begin anew
+        press("ctrl+g")
+    wait_until("the end of the recording", lambda: told.extend(subject.dismiss_notices()) or subject.library_window())
+    time.sleep(0.5)
     told += subject.dismiss_notices()
+    alive = subject.process.poll() is None
     subject.orders.clear()
-    saved = bool(subject.metadata().get(os.path.basename(video))) and os.path.exists(video)
+    saved = os.path.exists(video) and "No se pudo guardar la grabación" not in told
     subject.quit()
     subject.relaunch()
     told += subject.dismiss_notices()
@@ -69,9 +77,9 @@ def run(options, chance):
     rows = []
     faults = []
     with Stage("motion", "--clock", "--size", "800x450", "--unmanaged"), Subject() as subject:
-        for name, mode, how, ending in CASES:
+        for name, mode, how, when, ending in CASES:
             try:
-                result = one_case(subject, mode, how, chance)
+                result = one_case(subject, mode, how, when, chance)
                 found = faults_of(name, ending, result)
             except AssertionError as error:
                 result = {"told": [], "saved": False, "seen": None, "struck": 0}

@@ -23,4 +23,9 @@ bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chron
     return true;
 }
 
+/// Runs the event loop for `time`.
+inline void pass(std::chrono::milliseconds time) {
+    waitUntil([] { return false; }, time);
+}
+
 } // namespace velmo::test

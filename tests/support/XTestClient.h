@@ -172,8 +172,14 @@ public:
             &std::free);
         return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
     }
+    /// The window that has the keyboard.
+    xcb_window_t focus() {
+        const std::unique_ptr<xcb_get_input_focus_reply_t, decltype(&std::free)> reply(
+            xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr), &std::free);
+        return reply ? reply->focus : static_cast<xcb_window_t>(XCB_NONE);
+    }
     /// Returns when the server has done all that was asked.
-    void sync() { std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr)); }
+    void sync() { focus(); }
 
 private:
     static std::int16_t int16(int value) { return static_cast<std::int16_t>(value); }

@@ -14,11 +14,14 @@ from program import Program, Stage, click, flashes, judge, output, press, runs, 
 from test_class_folder import class_folder, kit  # noqa: E402
 from test_kit_panel import middle_of_row, stand_in_for_xdg_open  # noqa: E402
 
-VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua. El sol calienta el mar, y el agua se vuelve vapor. "
-         "Arriba hace frío, y el vapor se convierte en una nube. Cuando las gotas pesan, caen como lluvia. "
-         "Y así el viaje empieza otra vez. Anoten los tres pasos, y nos vemos en la próxima clase.")
+VOICE = ("Hola a todos. Hoy vamos a seguir el viaje de una gota de agua, desde el mar hasta las nubes, y de las nubes otra vez al mar. "
+         "El sol calienta el mar, y el agua se vuelve vapor. El vapor es invisible, pero está en el aire que respiramos. "
+         "Arriba hace frío, y el vapor se convierte en gotas muy pequeñas. Millones de esas gotas son una nube. "
+         "Las gotas se juntan, crecen y pesan. Cuando el aire ya no puede sostenerlas, caen como lluvia, como nieve o como granizo. "
+         "Una parte del agua vuelve a los ríos, otra entra en la tierra, y otra la beben las plantas. "
+         "Y así el viaje empieza otra vez. Anoten los tres pasos con sus palabras, y nos vemos en la próxima clase.")
 COUNTER = (1424, 40)   # where the moving window stands; its upper left corner holds the frame counter
-FLASH = (60, 560)
+FLASH = (1180, 40)
 SECOND_CAMERA = "synthetic:hands"
 BAR = "Velmo Studio · controles"
 PALETTE = "Paleta de dibujo"
@@ -282,10 +285,9 @@ def main():
     notes = subprocess.Popen(["xterm", "-title", "apuntes", "-fa", "DejaVu Sans Mono", "-fs", "14", "-geometry", "76x12+140+720",
                               "-bg", "#10241d", "-fg", "#f3efe6", "-e", "bash", "--norc"], env={**os.environ, "PS1": "clase $ "})
     window("apuntes")
-    with Stage("motion", "--size", "440x240", "--at", f"{COUNTER[0]},{COUNTER[1]}", "--unmanaged"), \
-            Program(arguments=["--synthetic-cameras", "--no-camera-counter"], countdown=True, systemAudio=True,
-                    mode="screenCam", showName=True, presenterName="Ana Torres", presenterRole="Ciencias naturales",
-                    secondCameraID=SECOND_CAMERA, scriptText=VOICE, **{"kit.items": material()}) as program:
+    with Program(arguments=["--synthetic-cameras", "--no-camera-counter"], countdown=True, systemAudio=True, mode="screenCam",
+                 showName=True, presenterName="Ana Torres", presenterRole="Ciencias naturales", secondCameraID=SECOND_CAMERA,
+                 scriptText=VOICE, **{"kit.items": material()}) as program:
         time.sleep(1)
         screenshot(folder, "biblioteca-antes")
         prepare(folder, program)
@@ -294,8 +296,9 @@ def main():
         source = wait_until("the recording", program.videos)[0]
         wait_until("the first samples", lambda: os.path.getsize(source) > 200)
         machine = Machine(program.process)
-        teach(folder)
-        screenshot(folder, "grabando")
+        with Stage("motion", "--size", "440x240", "--at", f"{COUNTER[0]},{COUNTER[1]}", "--unmanaged"):
+            teach(folder)
+            screenshot(folder, "grabando")
         cpu = machine.share()
         entry = program.end_recording(source)
         wait_until("the library window", program.library_window)

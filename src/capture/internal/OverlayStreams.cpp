@@ -61,6 +61,7 @@ void OverlayStreams::stop(std::function<void()> stopped) {
         return;
     }
     struct Wait {
+        Wait(std::size_t count, std::function<void()> then) : left(count), done(std::move(then)) {}
         std::atomic<std::size_t> left;
         std::function<void()> done;
     };

@@ -9,6 +9,7 @@
 #include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -28,7 +29,7 @@ constexpr int kHead = 34;
 constexpr int kFoot = 26;
 constexpr int kAroundRows = kAbove + kHead + kFoot;
 constexpr int kMostHeight = 460;
-constexpr int kFromRight = 290; // from the screen's edge to the panel's left
+constexpr int kFromEdge = 20; // of the screen
 constexpr int kSide = 20;
 constexpr int kFootText = 11;
 constexpr int kIcon = 16;
@@ -48,7 +49,7 @@ QWidget* makeFoot() {
     QLabel* foot =
         makeLabel(QStringLiteral("Al abrir, queda como capítulo del video."), TextStyle::caption, Theme::muted);
     QFont font = foot->font();
-    font.setPixelSize(kFootText);
+    font.setPixelSize(Type::scaled(kFootText));
     foot->setFont(font);
     foot->setFixedHeight(kFoot);
     foot->setContentsMargins(kSide, 0, kSide, 6);
@@ -67,7 +68,7 @@ KitPanel::KitPanel(ClassKit& kit, RecorderController& recorder, const Screens& s
     column->setSpacing(0);
     column->addWidget(makeHead());
     column->addWidget(scroll_ = new FittingScrollArea(makeRows()), 1);
-    scroll_->setFixedWidth(kWidth);
+    scroll_->setFixedWidth(Type::scaled(kWidth));
     column->addWidget(makeFoot());
     connect(&kit_, &ClassKit::itemsChanged, this, [this] {
         if (visible_) { // else the next `show` reads them
@@ -139,13 +140,14 @@ void KitPanel::place() {
     const auto target = screen();
     const QRect free =
         target ? ScreenPlace::visibleFrame(*target) : QGuiApplication::primaryScreen()->availableGeometry();
+    const int width = Type::scaled(kWidth);
     const int height = heightFor(kit_.items().size());
     scroll_->setMostHeight(height - kAroundRows);
-    QPoint corner(free.x() + free.width() - kFromRight, free.y() + (free.height() - height) / 2);
+    QPoint corner(free.x() + free.width() - width - kFromEdge, free.y() + (free.height() - height) / 2);
     if (visible_ && cardGeometry().intersects(free)) {
         corner = cardGeometry().topLeft();
     }
-    setCardGeometry(QRect(corner, QSize(kWidth, height)));
+    setCardGeometry(QRect(corner, QSize(width, height)));
 }
 
 void KitPanel::show() {

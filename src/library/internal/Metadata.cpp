@@ -13,7 +13,8 @@ namespace {
 
 QString keyFromName(const std::string& name) {
     const QString text = QString::fromStdString(name);
-    return text.toStdString() == name ? text : QChar(u'\0') + QString::fromLatin1(name.data(), qsizetype(name.size()));
+    const bool isPlain = text.toStdString() == name && !text.startsWith(QChar(u'\0'));
+    return isPlain ? text : QChar(u'\0') + QString::fromLatin1(name.data(), qsizetype(name.size()));
 }
 
 std::string nameFromKey(const QString& key) {

@@ -70,6 +70,7 @@ void paintFormula(QPainter& painter) {
     QFont font = Type::font(TextStyle::display);
     font.setWeight(QFont::Normal);
     font.setItalic(true);
+    font.setPixelSize(26); // a drawing keeps its proportions
     painter.setFont(font);
     painter.setPen(Theme::sand);
     painter.drawText(QPointF(318, 90), QStringLiteral("f ′(x) = lím"));

@@ -5,6 +5,7 @@
 #include "ui/Label.h"
 #include "ui/Painting.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -71,8 +72,8 @@ void EmptyLibrary::setShortcutModifier(ShortcutModifier modifier) {
 }
 
 QRectF EmptyLibrary::card() const {
-    const double width = std::min<double>(kWidth, this->width());
-    const double height = std::min<double>(kHeight, this->height() - 24);
+    const double width = std::min<double>(Type::scaled(kWidth), this->width());
+    const double height = std::min<double>(Type::heightFor(kHeight), this->height() - 24);
     return {(this->width() - width) / 2, (this->height() - 24 - height) / 2, width, height};
 }
 

@@ -29,6 +29,7 @@ namespace {
 
 constexpr QSize kSize(1200, 800);
 constexpr QSize kLeastSize(820, 560);
+constexpr int kTitleBar = 32; // of the window manager, whose frame is not known before the window is shown
 constexpr int kPagePadding = 36;
 constexpr int kHeadTop = 28;
 // The cells of the grid hold half a gap around each card; the scroll bar stands in the padding.
@@ -125,8 +126,9 @@ void LibraryWindow::restorePlace() {
     resize(kSize);
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
         const QRect free = screen->availableGeometry();
-        resize(kSize.boundedTo(free.size()).expandedTo(kLeastSize));
-        move(free.center() - rect().center());
+        const QSize frame(0, kTitleBar);
+        resize(kSize.boundedTo(free.size() - frame).expandedTo(kLeastSize));
+        move(free.center() - QRect(QPoint(), size() + frame).center());
     }
 }
 

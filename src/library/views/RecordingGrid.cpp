@@ -3,6 +3,7 @@
 #include "library/views/RecordingCard.h"
 #include "library/views/RecordingModel.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -70,7 +71,7 @@ void RecordingGrid::layCards() {
     // Measured with the scroll bar even where there is none, so that its coming does not move the cards; the view
     // breaks the row before a cell that would end at its very edge.
     const int room = width() - kScrollBarWidth - 1;
-    const int columns = std::max(1, room / (RecordingCard::kLeastWidth + RecordingCard::kGapAcross));
+    const int columns = std::max(1, room / (Type::scaled(RecordingCard::kLeastWidth) + RecordingCard::kGapAcross));
     card_->setCellWidth(room / columns);
     setGridSize(RecordingCard::cellFor(room / columns));
 }

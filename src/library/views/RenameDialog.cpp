@@ -20,11 +20,12 @@ QLineEdit* makeField(const QString& text) {
     auto* field = new QLineEdit(text);
     field->setFont(Type::font(TextStyle::body));
     field->setStyleSheet(QStringLiteral("QLineEdit { color: %1; background: %2; border: 1px solid %3;"
-                                        " border-radius: 9px; padding: 0 10px; min-height: 32px;"
+                                        " border-radius: 9px; padding: 0 10px; min-height: %6px;"
                                         " selection-color: %1; selection-background-color: %4; }"
                                         "QLineEdit:focus { border-color: %5; }")
                              .arg(Theme::sand.name(), Theme::field().name(), Theme::border.name(QColor::HexArgb),
-                                  Theme::selection().name(QColor::HexArgb), Theme::skyBright.name()));
+                                  Theme::selection().name(QColor::HexArgb), Theme::skyBright.name())
+                             .arg(Type::heightFor(32)));
     field->selectAll();
     return field;
 }
@@ -61,7 +62,7 @@ RenameDialog::RenameDialog(const QString& title, QWidget* parent) : DialogWindow
     column->addSpacing(8);
     column->addLayout(buttons);
     const QMargins around = contentsMargins();
-    setFixedWidth(kWidth + around.left() + around.right());
+    setFixedWidth(Type::scaled(kWidth) + around.left() + around.right());
     name_->setFocus();
 }
 

@@ -5,6 +5,7 @@
 #include "ui/Label.h"
 #include "ui/TextField.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QHBoxLayout>
 
@@ -26,7 +27,7 @@ CustomColorRow::CustomColorRow(Prefs& prefs, QWidget* parent)
     row->addWidget(makeLabel(QStringLiteral("Otro color"), TextStyle::label, Theme::sand), 1);
     hex_->setAccessibleName(QStringLiteral("Otro color, en hexadecimal"));
     hex_->setToolTip(QStringLiteral("Por ejemplo, #7FE8B8"));
-    hex_->setFixedWidth(kHexWidth + 2 * TextField::kRoom);
+    hex_->setFixedWidth(Type::scaled(kHexWidth) + 2 * TextField::kRoom);
     row->addWidget(hex_);
     connect(hex_, &QLineEdit::textEdited, this, &CustomColorRow::typed);
     connect(hex_, &QLineEdit::editingFinished, this, &CustomColorRow::show);

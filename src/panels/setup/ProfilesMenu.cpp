@@ -30,7 +30,8 @@ constexpr int kInset = 4; ///< above and below the shape
 
 QString titleFor(const QMenu& menu, const QString& name) {
     // An ampersand would underline what follows it.
-    return menu.fontMetrics().elidedText(QString(name).replace(u'&', QStringLiteral("&&")), Qt::ElideRight, kMostTitle);
+    return menu.fontMetrics().elidedText(QString(name).replace(u'&', QStringLiteral("&&")), Qt::ElideRight,
+                                         Type::scaled(kMostTitle));
 }
 
 } // namespace
@@ -57,7 +58,7 @@ public:
     }
     QSize sizeHint() const override {
         const double text = QFontMetricsF(font()).horizontalAdvance(this->text());
-        return {static_cast<int>(std::ceil(text)) + kIcon + kGap + 2 * kPadding, kHeight};
+        return {static_cast<int>(std::ceil(text)) + kIcon + kGap + 2 * kPadding, Type::heightFor(kHeight)};
     }
 
 protected:

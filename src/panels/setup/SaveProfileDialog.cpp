@@ -4,6 +4,7 @@
 #include "ui/Label.h"
 #include "ui/TextField.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -60,7 +61,7 @@ SaveProfileDialog::SaveProfileDialog(QWidget* parent)
     column->addSpacing(8);
     column->addLayout(buttons);
     const QMargins around = contentsMargins();
-    setFixedWidth(kWidth + around.left() + around.right());
+    setFixedWidth(Type::scaled(kWidth) + around.left() + around.right());
     name_->setFocus();
 }
 

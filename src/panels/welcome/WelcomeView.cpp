@@ -11,6 +11,7 @@
 #include "ui/Rule.h"
 #include "ui/SymbolLabel.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -87,7 +88,7 @@ WelcomeView::WelcomeView(Permissions& permissions, std::function<void()> onDone,
     column->addLayout(makeNote());
     column->addStretch(3);
     auto* start = new Button(ButtonStyle::primaryLarge, QStringLiteral("Empezar"));
-    start->setFixedWidth(kStartWidth + 2 * Button::kRoom);
+    start->setFixedWidth(Type::scaled(kStartWidth) + 2 * Button::kRoom);
     connect(start, &Button::clicked, this, std::move(onDone));
     column->addWidget(start, 0, Qt::AlignHCenter);
 

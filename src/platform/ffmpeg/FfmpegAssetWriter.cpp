@@ -30,7 +30,7 @@ struct FfmpegAssetWriter::Core final : internal::PacketSink {
     // PacketSink
     bool isOpen() const override { return open.load(std::memory_order_acquire); }
     bool hasRoom() const override { return backlog.load(std::memory_order_relaxed) < kBacklogLimit; }
-    void put(PacketPtr packet, int track, AVRational timeBase) override;
+    void put(PacketPtr packet, int track) override;
     void trackEnded() override { partEnded(); }
     void trackFailed(const Error& reason) override {
         fileQueue.async([this, reason = Error(reason)] { interrupt(reason); });
@@ -74,12 +74,12 @@ struct FfmpegAssetWriter::Core final : internal::PacketSink {
     std::unique_ptr<internal::VideoTrack> video;
 };
 
-void FfmpegAssetWriter::Core::put(PacketPtr packet, int track, AVRational timeBase) {
+void FfmpegAssetWriter::Core::put(PacketPtr packet, int track) {
     if (!isOpen()) {
         return;
     }
     backlog.fetch_add(packet->size, std::memory_order_relaxed);
-    fileQueue.async([this, packet = std::move(packet), track, timeBase] {
+    fileQueue.async([this, packet = std::move(packet), track] {
         const std::int64_t size = packet->size;
         if (file != nullptr && !interrupted) {
             if (const Result<void> written = file->write(*packet, track); !written) {

@@ -29,7 +29,7 @@ constexpr int kTextSize = 15;
 
 QFont pillFont() {
     QFont font = Type::font(TextStyle::label);
-    font.setPixelSize(kTextSize);
+    font.setPixelSize(Type::scaled(kTextSize));
     return font;
 }
 

@@ -176,7 +176,7 @@ TEST_F(RunningCamera, ThatBecomesFreeIsShown) {
     manager->stop();
     manager->configure(std::string(kId), std::nullopt);
     feed();
-    waitUntil([] { return false; }, std::chrono::milliseconds(600));
+    pass(std::chrono::milliseconds(600));
     EXPECT_FALSE(manager->hasVideo());
     device->setBusy(false);
     EXPECT_TRUE(shows());

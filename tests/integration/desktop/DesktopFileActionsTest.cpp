@@ -1,8 +1,8 @@
 #include "platform/desktop/DesktopFileActions.h"
 
 #include "FakeFileManager.h"
-#include "Wait.h"
 #include "support/TemporaryFolder.h"
+#include "support/WaitUntil.h"
 
 #include <QClipboard>
 #include <QFile>
@@ -31,7 +31,7 @@ protected:
     ~DesktopFileActionsTest() override { qputenv("PATH", path_); }
 
     std::string opened() {
-        test::waitFor([this] { return fs::exists(folder_ / "opened") && fs::file_size(folder_ / "opened") > 0; });
+        test::waitUntil([this] { return fs::exists(folder_ / "opened") && fs::file_size(folder_ / "opened") > 0; });
         return test::contentOf(folder_ / "opened");
     }
 
@@ -61,7 +61,7 @@ TEST_F(DesktopFileActionsTest, TheFileManagerShowsTheFileItself) {
     test::FakeFileManager manager;
     const auto file = folder_.write("clase 1 #ñ.mp4");
     actions_.reveal(file);
-    ASSERT_TRUE(test::waitFor([&] { return !manager.shown.isEmpty(); }));
+    ASSERT_TRUE(test::waitUntil([&] { return !manager.shown.isEmpty(); }));
     EXPECT_EQ(QUrl(manager.shown.first()).toLocalFile().toStdString(), file.string());
 }
 

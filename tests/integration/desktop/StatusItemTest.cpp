@@ -1,7 +1,7 @@
 #include "app/StatusItem.h"
 
 #include "FakeTray.h"
-#include "Wait.h"
+#include "support/WaitUntil.h"
 
 #include <QDBusArgument>
 #include <QDBusInterface>
@@ -22,7 +22,7 @@ protected:
                                                    "org.freedesktop.DBus.Properties", "Get");
         call.setArguments({"org.kde.StatusNotifierItem", name});
         QDBusPendingCallWatcher answer(bus_.asyncCall(call)); // the item answers from this very event loop
-        EXPECT_TRUE(test::waitFor([&answer] { return answer.isFinished(); }));
+        EXPECT_TRUE(test::waitUntil([&answer] { return answer.isFinished(); }));
         const QDBusMessage reply = answer.reply();
         return reply.arguments().isEmpty() ? QVariant() : reply.arguments().first().value<QDBusVariant>().variant();
     }
@@ -58,7 +58,7 @@ TEST_F(StatusItemTest, ItAppearsInTheTrayAndTheClockIsItsToolTip) {
     StatusItem item(actions_);
     item.setMenu(StatusItemModel::menu(StatusItemModel::State::recording, false));
     item.setLook(StatusItemModel::look(StatusItemModel::State::recording, 61));
-    ASSERT_TRUE(test::waitFor([this] { return !tray_.item().isEmpty(); }));
+    ASSERT_TRUE(test::waitUntil([this] { return !tray_.item().isEmpty(); }));
     EXPECT_EQ(toolTip(), "Grabando 01:01");
     item.setLook(StatusItemModel::look(StatusItemModel::State::idle, 0));
     EXPECT_EQ(toolTip(), "Velmo Studio");

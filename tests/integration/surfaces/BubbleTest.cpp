@@ -21,13 +21,10 @@ namespace velmo {
 namespace {
 
 using namespace std::chrono_literals;
+using test::pass;
 using test::waitUntil;
 
 constexpr std::uint32_t kDesk = 0x405060;
-
-void pass(std::chrono::milliseconds time) {
-    waitUntil([] { return false; }, time);
-}
 
 /// A bubble of a white camera on a private desktop, at 300, 300 in X's coordinates; its panel is 264 wide.
 class Bubble : public testing::Test {

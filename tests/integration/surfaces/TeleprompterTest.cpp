@@ -9,6 +9,8 @@
 #include "surfaces/internal/PrompterPanel.h"
 #include "surfaces/internal/PrompterView.h"
 
+#include <QWidget>
+
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -18,11 +20,8 @@ namespace velmo {
 namespace {
 
 using namespace std::chrono_literals;
+using test::pass;
 using test::waitUntil;
-
-void pass(std::chrono::milliseconds time) {
-    waitUntil([] { return false; }, time);
-}
 
 /// The host clock; remembers what it said.
 class HeardClock final : public Clock {
@@ -117,19 +116,18 @@ TEST_P(TeleprompterAtASpeed, StandsWhereTheTimeSaysAndIsSeenThere) {
 INSTANTIATE_TEST_SUITE_P(All, TeleprompterAtASpeed, testing::Values(8.0, 32.0, 140.0));
 
 TEST_F(TeleprompterOnScreen, AClickOnTheTextStartsItAndTakesNoFocus) {
-    const auto focus = [&] {
-        const std::unique_ptr<xcb_get_input_focus_reply_t, decltype(&std::free)> reply(
-            xcb_get_input_focus_reply(client.xcb(), xcb_get_input_focus(client.xcb()), nullptr), &std::free);
-        return reply->focus;
-    };
-    const xcb_window_t before = focus();
+    QWidget other;
+    other.setGeometry(20, 800, 300, 200);
+    other.show();
+    ASSERT_TRUE(waitUntil([&] { return client.focus() == other.winId() && other.isActiveWindow(); }));
     prompter.show(screen);
     ASSERT_TRUE(waitUntil([&] { return seenStroke() > 0; }));
     clickAt(text().center());
     EXPECT_TRUE(waitUntil([&] { return prompter.playing(); }));
     clickAt(text().center());
     EXPECT_TRUE(waitUntil([&] { return !prompter.playing(); }));
-    EXPECT_EQ(focus(), before);
+    EXPECT_EQ(client.focus(), other.winId());
+    EXPECT_TRUE(other.isActiveWindow());
 }
 
 TEST_F(TeleprompterOnScreen, IsDraggedByItsGroundAndNotByItsText) {

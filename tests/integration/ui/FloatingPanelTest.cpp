@@ -1,18 +1,16 @@
 #include "ui/FloatingPanel.h"
+#include "support/WaitUntil.h"
 #include "ui/AlertDialog.h"
 #include "ui/Button.h"
 
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -21,6 +19,9 @@
 
 namespace velmo {
 namespace {
+
+using namespace std::chrono_literals;
+using test::waitUntil;
 
 xcb_connection_t* x11() {
     return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
@@ -33,21 +34,6 @@ xcb_window_t root() {
 template <typename T>
 std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
     return {reply, &std::free};
-}
-
-void wait(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-bool waitUntil(const std::function<bool()>& happened) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!happened() && timer.elapsed() < 5000) {
-        wait(20);
-    }
-    return happened();
 }
 
 xcb_window_t idOf(const QWidget& widget) {
@@ -78,8 +64,10 @@ std::vector<QRect> inputRegion(const QWidget& widget) {
     return rects;
 }
 
-xcb_window_t focus() {
-    return owned(xcb_get_input_focus_reply(x11(), xcb_get_input_focus(x11()), nullptr))->focus;
+/// By the server's word and by Qt's: what Qt heard may be of a moment that is over.
+bool hasKeyboard(const QWidget& window) {
+    const auto reply = owned(xcb_get_input_focus_reply(x11(), xcb_get_input_focus(x11()), nullptr));
+    return reply->focus == idOf(window) && window.isActiveWindow();
 }
 
 class Card final : public FloatingPanel {
@@ -87,7 +75,8 @@ public:
     explicit Card(PanelLevel level, const QRect& place = {100, 100, 300, 80}) : FloatingPanel(level, {}) {
         setCardGeometry(place);
         show();
-        wait(50);
+        const bool seen = waitUntil([this] { return windowHandle()->isExposed(); });
+        EXPECT_TRUE(seen);
     }
 };
 
@@ -103,15 +92,16 @@ TEST(FloatingPanel, IsAChildOfTheRootAtItsExactPlaceThatNoWindowManagerTouches) 
 
 TEST(FloatingPanel, TheMouseGoesThroughTheRoomForTheShadow) {
     const Card panel(PanelLevel::bar);
-    EXPECT_THAT(inputRegion(panel), testing::ElementsAre(panel.cardGeometry().translated(-panel.pos())));
+    const std::vector<QRect> card{panel.cardGeometry().translated(-panel.pos())};
+    EXPECT_TRUE(waitUntil([&] { return inputRegion(panel) == card; })) << testing::PrintToString(inputRegion(panel));
 }
 
 TEST(FloatingPanel, WhatIsClickThroughTakesNoMouseAtAll) {
     Card panel(PanelLevel::spotlight);
     panel.setClickThrough(true);
-    EXPECT_TRUE(inputRegion(panel).empty());
+    EXPECT_TRUE(waitUntil([&] { return inputRegion(panel).empty(); }));
     panel.setClickThrough(false);
-    EXPECT_EQ(inputRegion(panel).size(), 1u);
+    EXPECT_TRUE(waitUntil([&] { return inputRegion(panel).size() == 1; }));
 }
 
 TEST(FloatingPanel, AGreaterLevelIsInFrontWhicheverCameUpLast) {
@@ -119,10 +109,9 @@ TEST(FloatingPanel, AGreaterLevelIsInFrontWhicheverCameUpLast) {
     const Card bar(PanelLevel::bar);
     const Card spotlight(PanelLevel::spotlight);
     const Card bubble(PanelLevel::bubble);
-    wait(100);
-    EXPECT_TRUE(standsAbove(countdown, bar));
-    EXPECT_TRUE(standsAbove(bar, bubble));
-    EXPECT_TRUE(standsAbove(bubble, spotlight));
+    EXPECT_TRUE(waitUntil([&] { return standsAbove(countdown, bar); }));
+    EXPECT_TRUE(waitUntil([&] { return standsAbove(bar, bubble); }));
+    EXPECT_TRUE(waitUntil([&] { return standsAbove(bubble, spotlight); }));
 }
 
 TEST(FloatingPanel, DoesNotTakeTheFocusFromWhatIsInFront) {
@@ -130,26 +119,24 @@ TEST(FloatingPanel, DoesNotTakeTheFocusFromWhatIsInFront) {
     other.setGeometry(200, 200, 300, 200);
     other.show();
     other.activateWindow();
-    ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
-    const xcb_window_t before = focus();
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(other); }));
     const Card panel(PanelLevel::bar);
-    wait(200);
-    EXPECT_EQ(focus(), before);
-    EXPECT_TRUE(other.isActiveWindow());
+    test::pass(200ms);
+    EXPECT_TRUE(hasKeyboard(other));
 }
 
 TEST(AlertDialog, ComesToTheFrontWithTheKeyboard) {
     QWidget other;
     other.setGeometry(200, 200, 300, 200);
     other.show();
-    ASSERT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(other); }));
     auto* dialog = new AlertDialog({AlertDialog::Icon::loss,
                                     QStringLiteral("¿Descartar esta grabación?"),
                                     QStringLiteral("El video se eliminará."),
                                     {QStringLiteral("Descartar"), QStringLiteral("Cancelar")},
                                     AlertDialog::First::isDestructive});
     dialog->present();
-    EXPECT_TRUE(waitUntil([&] { return dialog->isActiveWindow(); }));
+    EXPECT_TRUE(waitUntil([&] { return hasKeyboard(*dialog); }));
     const auto* focused = qobject_cast<Button*>(QApplication::focusWidget());
     ASSERT_NE(focused, nullptr);
     EXPECT_EQ(focused->text(), QStringLiteral("Cancelar"));

@@ -66,6 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
         Pasted{"  \n\thttps://example.org/ \n", "example.org", "https://example.org/"},
         Pasted{"http://WWW.Example.ORG", "example.org", "http://WWW.Example.ORG"},
         Pasted{"example.org:8080/a?b=1#c", "example.org/a", "https://example.org:8080/a?b=1#c"},
+        Pasted{"www.", "www.", "https://www."}, // a host of these letters only still has a name
         Pasted{"example.org/www.a", "example.org/www.a", "https://example.org/www.a"},
         Pasted{"example.org/una guía 100%", "example.org/una guía 100%", "https://example.org/una guía 100%"},
         Pasted{"example.org/gu%C3%ADa", "example.org/guía", "https://example.org/gu%C3%ADa"},

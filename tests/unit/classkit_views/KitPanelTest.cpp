@@ -2,6 +2,7 @@
 
 #include "classkit/ClassKit.h"
 #include "classkit/views/internal/KitRow.h"
+#include "support/NothingCut.h"
 #include "ui/Button.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
@@ -9,6 +10,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QScrollBar>
 
 namespace velmo {
 namespace {
@@ -68,6 +70,31 @@ TEST_F(KitPanelTest, ItsHeightFollowsTheNumberOfItemsUpToALimit) {
     addLinks(11);
     panel.show();
     EXPECT_EQ(panel.cardGeometry().size(), QSize(270, 460));
+}
+
+TEST_F(KitPanelTest, TwoHundredItemsScrollInAPanelOfTheGreatestHeight) {
+    addLinks(200);
+    panel.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(panel.cardGeometry().height(), 460);
+    const QList<KitRow*> rows = panel.findChildren<KitRow*>();
+    ASSERT_EQ(rows.size(), 200);
+    auto* bar = panel.findChild<QScrollBar*>();
+    EXPECT_TRUE(bar->isVisible());
+    bar->setValue(bar->maximum());
+    EXPECT_LE(rows.last()->mapTo(&panel, rows.last()->rect().bottomLeft()).y(), panel.height());
+    EXPECT_GE(rows.last()->mapTo(&panel, QPoint()).y(), 0);
+}
+
+TEST_F(KitPanelTest, NoTextIsCutHoweverLargeTheDesktopWantsIt) {
+    addLinks(2);
+    for (const double factor : test::kTextScales) {
+        const test::LargerText larger(factor);
+        KitPanel sized(kit, *controller, screens);
+        sized.show();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(test::cutTexts(sized), QStringList()) << factor;
+    }
 }
 
 TEST_F(KitPanelTest, StandsAtTheRightEdgeInTheMiddleOfTheHeight) {

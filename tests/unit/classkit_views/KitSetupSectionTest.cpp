@@ -9,6 +9,7 @@
 #include "unit/classkit/KitWorld.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -176,6 +177,53 @@ TEST_F(KitSetupSectionTest, WhatIsNeitherFileNorAddressIsNotTaken) {
     EXPECT_FALSE(drop({QUrl(QStringLiteral("mailto:ana@example.org"))}));
     EXPECT_TRUE(drop({QUrl(QStringLiteral("mailto:ana@example.org")), QUrl::fromLocalFile(QStringLiteral("/a.txt"))}));
     EXPECT_EQ(kit.items().size(), 1u);
+}
+
+TEST_F(KitSetupSectionTest, ADroppedTextIsNotTaken) {
+    QMimeData data;
+    data.setText(QStringLiteral("Apuntes de la clase de hoy"));
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.setAccepted(false);
+    QApplication::sendEvent(&section, &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(KitSetupSectionTest, ADroppedFolderAndAFileThatIsMissingAreItemsAsOthersAre) {
+    const QString folder = QDir::tempPath();
+    EXPECT_TRUE(drop({QUrl::fromLocalFile(folder), QUrl::fromLocalFile(QStringLiteral("/no/está/aquí.pdf"))}));
+    ASSERT_EQ(kit.items().size(), 2u);
+    EXPECT_EQ(kit.items()[0].kind, KitItem::Kind::file);
+    EXPECT_EQ(kit.items()[0].location, folder);
+    EXPECT_EQ(kit.items()[1].location, QStringLiteral("/no/está/aquí.pdf"));
+    EXPECT_TRUE(titleField(1)->isVisibleTo(&section));
+}
+
+TEST_F(KitSetupSectionTest, AnOddTitleIsOnePlainLineAndAnEmptyOneIsKept) {
+    kit.add(QStringLiteral("example.org"));
+    TextField* title = titleField(0);
+    title->selectAll();
+    title->insert(QStringLiteral("Una\nlínea\u0007 \u202Eal revés\t<b>gorda</b>"));
+    emit title->textEdited(title->text());
+    EXPECT_FALSE(kit.items()[0].title.contains(QLatin1Char('\n')));
+    EXPECT_FALSE(kit.items()[0].title.contains(QChar(0x202E)));
+    EXPECT_FALSE(kit.items()[0].title.contains(QChar(7)));
+    title->selectAll();
+    title->insert(QString(100000, QLatin1Char('x')));
+    EXPECT_LE(title->text().size(), TextField::kMostText);
+    title->clear();
+    emit title->textEdited({});
+    EXPECT_EQ(kit.items()[0].title, QString());
+}
+
+TEST_F(KitSetupSectionTest, TwoHundredItemsHaveAFieldEach) {
+    for (int i = 0; i < 200; ++i) {
+        kit.add({std::filesystem::path("/c/lámina " + std::to_string(i) + ".png")});
+    }
+    QApplication::processEvents();
+    EXPECT_EQ(section.findChildren<KitSetupRow*>().size(), 200);
+    button("Vaciar")->click();
+    QApplication::processEvents();
+    EXPECT_TRUE(kit.items().empty());
 }
 
 TEST_F(KitSetupSectionTest, NoFieldSwallowsWhatIsDroppedOnIt) {

@@ -1,3 +1,4 @@
+#include "library/internal/Metadata.h"
 #include "support/LibraryFixture.h"
 
 #include <QJsonArray>
@@ -141,6 +142,17 @@ INSTANTIATE_TEST_SUITE_P(
         Damage{"WithoutItsBeginning", R"(rkers":[]},"a.mp4":{"duration":9,"markers":[1,2],"titles":["}","\"{"]}})"},
         Damage{"FollowedByGarbage", R"({"a.mp4":{"duration":9,"markers":[1,2]}}garbage)"}),
     [](const auto& each) { return each.param.name; });
+
+TEST_F(LibraryMetadata, ANameWithBytesThatNoFileHasIsWrittenAsItWasRead) {
+    using namespace std::string_literals;
+    const internal::MetaReading reading =
+        internal::metaFromJson(QByteArray::fromStdString("{\"\0\0a.mp4\":{\"duration\":9,\"markers\":[]},"s));
+    ASSERT_EQ(reading.entries.size(), 1U);
+
+    const internal::MetaReading again = internal::metaFromJson(internal::jsonFromMeta(reading.entries));
+
+    EXPECT_EQ(again.entries, reading.entries);
+}
 
 TEST_F(LibraryMetadata, AnUnreadableFileOnThePathIsNotReplacedWhenItCannotBeKept) {
     std::filesystem::create_directory(folder / ".velmo-studio.json");

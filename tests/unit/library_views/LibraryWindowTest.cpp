@@ -201,7 +201,7 @@ TEST_F(LibraryWindowTest, DeleteAsksBeforeItThrowsAway) {
     auto* alert = dialog<AlertDialog>();
     ASSERT_NE(alert, nullptr);
     EXPECT_TRUE(textsOf(*alert).contains(QStringLiteral("¿Mover a la papelera?")));
-    EXPECT_TRUE(textsOf(*alert).contains(QStringLiteral("Podrás recuperarla desde la papelera de tu computador.")));
+    EXPECT_TRUE(textsOf(*alert).contains(QStringLiteral("Podrás recuperarla desde la papelera de tu computadora.")));
     click(*alert, "Cancelar");
     settleEvents();
     EXPECT_THAT(names(), ElementsAre("a.mp4"));

@@ -5,6 +5,7 @@
 #include "panels/LevelColumns.h"
 #include "panels/RecordingDot.h"
 #include "panels/ZoomGroup.h"
+#include "support/NothingCut.h"
 #include "ui/Button.h"
 #include "unit/session/World.h"
 
@@ -38,6 +39,16 @@ TEST_F(ControlBarTest, IsNeverNarrowerThan300NorLowerThan110) {
     bar.show(screen);
     EXPECT_GE(bar.width(), ControlBar::kLeastWidth);
     EXPECT_GE(bar.height(), ControlBar::kLeastHeight);
+}
+
+TEST_F(ControlBarTest, NoTextIsCutHoweverLargeTheDesktopWantsIt) {
+    for (const double factor : test::kTextScales) {
+        const test::LargerText larger(factor);
+        ControlBar bar(parts());
+        record();
+        bar.show(screen);
+        EXPECT_EQ(test::cutTexts(bar), QStringList()) << factor;
+    }
 }
 
 TEST_F(ControlBarTest, StandsCentredEighteenPointsAboveTheBottom) {

@@ -3,6 +3,7 @@
 #include "SetupFixture.h"
 #include "panels/setup/ResolutionRow.h"
 #include "panels/setup/SetupCard.h"
+#include "support/NothingCut.h"
 #include "ui/Button.h"
 #include "ui/Disclosure.h"
 #include "ui/LevelMeter.h"
@@ -19,6 +20,15 @@ namespace velmo {
 namespace {
 
 using SetupPanelTest = test::SetupWorld;
+
+Fade& heightOf(SetupPanel& panel) {
+    return *panel.findChild<Fade*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+/// The panel's height where it is on its way to.
+void arrive(SetupPanel& panel) {
+    heightOf(panel).setCurrentTime(Fade::kPanel);
+}
 
 /// Titles of the cards that stand, from top to bottom.
 QStringList cardsOf(const QWidget& panel) {
@@ -254,6 +264,7 @@ TEST_F(SetupPanelTest, ItsHeightFollowsItsContentAndStaysOnTheScreen) {
     const int basic = panel->height();
     named<Disclosure>(*panel, "Más opciones")->click();
     QCoreApplication::processEvents();
+    arrive(*panel);
     EXPECT_GT(panel->height(), basic);
     store.setBoolean(QStringLiteral("panel.burbuja"), true);
     const auto tall = make();
@@ -262,7 +273,50 @@ TEST_F(SetupPanelTest, ItsHeightFollowsItsContentAndStaysOnTheScreen) {
     EXPECT_LE(tall->pos().y() + tall->card().bottom(), 900);
     named<Disclosure>(*panel, "Menos opciones")->click();
     QCoreApplication::processEvents();
+    arrive(*panel);
     EXPECT_EQ(panel->height(), basic);
+}
+
+TEST_F(SetupPanelTest, ItGrowsSmoothlyAndItsTopAndItsControlsStayWhereTheyAre) {
+    const auto panel = make();
+    panel->show();
+    QCoreApplication::processEvents();
+    const int basic = panel->height();
+    const QPoint corner = panel->pos();
+    auto* more = named<Disclosure>(*panel, "Más opciones");
+    const QPoint place = more->mapToGlobal(QPoint());
+    more->click();
+    QCoreApplication::processEvents();
+    Fade& height = heightOf(*panel);
+    height.pause();
+    height.setCurrentTime(Fade::kPanel / 4);
+    const int early = panel->height();
+    height.setCurrentTime(Fade::kPanel / 2);
+    const int late = panel->height();
+    EXPECT_LT(basic, early);
+    EXPECT_LT(early, late);
+    EXPECT_EQ(panel->pos(), corner);
+    EXPECT_EQ(more->mapToGlobal(QPoint()), place);
+    height.setCurrentTime(Fade::kPanel);
+    EXPECT_GT(panel->height(), late);
+}
+
+TEST_F(SetupPanelTest, NoTextIsCutHoweverLargeTheDesktopWantsIt) {
+    for (const char* card : {"fuentes", "burbuja", "video", "zoom", "presentador", "guion"}) {
+        store.setBoolean(QStringLiteral("panel.") + QString::fromUtf8(card), true);
+    }
+    store.setBoolean(QStringLiteral("panel.mas"), true);
+    prefs.mode = RecordMode::screenCam;
+    prefs.showName = true;
+    prefs.presenterStyle = PresenterStyle::sideRight;
+    for (const double factor : test::kTextScales) {
+        const test::LargerText larger(factor);
+        const auto panel = make();
+        panel->show();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(test::cutTexts(*panel), QStringList()) << factor;
+        EXPECT_LE(panel->pos().y() + panel->card().bottom(), 900) << factor;
+    }
 }
 
 TEST_F(SetupPanelTest, TextsNameTheKeyThatIsHeld) {

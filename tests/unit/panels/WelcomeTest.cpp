@@ -2,6 +2,7 @@
 #include "panels/WelcomeWindow.h"
 #include "panels/welcome/PermissionRow.h"
 #include "panels/welcome/PermissionWords.h"
+#include "support/NothingCut.h"
 #include "ui/Button.h"
 #include "unit/session/World.h"
 
@@ -56,6 +57,15 @@ protected:
     bool hasSettings = true;
     int begun = 0;
 };
+
+TEST_F(WelcomeTest, NoTextIsCutHoweverLargeTheDesktopWantsIt) {
+    for (const double factor : test::kTextScales) {
+        const test::LargerText larger(factor);
+        const auto window = shown();
+        EXPECT_EQ(test::cutTexts(*window), QStringList()) << factor;
+        EXPECT_EQ(window->card().height() >= 600 && window->card().width() >= 620, true) << factor;
+    }
+}
 
 TEST_F(WelcomeTest, EverythingIsUnknownUntilItIsFoundOut) {
     const Permissions permissionsNow(services());

@@ -1,5 +1,7 @@
 #include "World.h"
 
+#include "media/RecordingJournal.h"
+
 #include <QTemporaryDir>
 
 #include <fstream>
@@ -126,6 +128,18 @@ TEST_F(SessionFinish, AFailedStopLeavesNoFileAndSaysWhy) {
     EXPECT_EQ(calls.back(), "libraryWindow.show none");
     EXPECT_EQ(count("library.add " + url()), 0);
     EXPECT_EQ(count("mixer.mixIfNeeded " + url()), 0);
+}
+
+TEST_F(SessionFinish, AFailedStopLeavesTheFileWhenTheNextLaunchCanRepairIt) {
+    record();
+    std::ofstream(journalOf(library.url)) << "journal";
+    script.stopError = Error{"VelmoStudio.RecorderError", 2, "Se conserva."};
+    alerts.answers = {0};
+    controller->stop();
+    settle();
+    EXPECT_TRUE(fileExists());
+    EXPECT_TRUE(hasJournal(library.url));
+    EXPECT_EQ(count("library.add " + url()), 0);
 }
 
 TEST_F(SessionFinish, ARecorderThatNeverAnswersItsStopIsAFailedStop) {

@@ -44,6 +44,22 @@ struct Desk {
     }
 };
 
+TEST(ScreenDrawing, ThePaletteGoesBelowTheScriptWhileThatIsRead) {
+    Desk desk;
+    QRect script;
+    ScreenDrawing drawing{{desk.clock, desk.timers, {}, [&script] { return script; }}};
+    drawing.prepare(desk.screen);
+    drawing.startDrawing();
+    const QRect top = drawing.palette()->cardGeometry();
+    drawing.finishDrawing();
+    script = top.translated(0, -6);
+    drawing.startDrawing();
+    EXPECT_EQ(drawing.palette()->cardGeometry(), top.translated(0, script.bottom() + 1 + 12 - top.top()));
+    drawing.finishDrawing();
+    drawing.startDrawing();
+    EXPECT_FALSE(drawing.palette()->cardGeometry().intersects(script)) << "and stays where it is clear of it";
+}
+
 TEST(ScreenDrawing, TheTablesAreTheGivenOnes) {
     const unsigned expected[] = {0xFF453A, 0xFFD60A, 0x30D158, 0x64D2FF, 0x0A84FF, 0xFF375F, 0xFFFFFF, 0x0D1B2A};
     for (std::size_t i = 0; i < 8; ++i) {

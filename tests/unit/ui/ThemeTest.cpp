@@ -63,10 +63,48 @@ TEST(Theme, TextsCanBeReadOnEveryFloor) {
         EXPECT_GE(contrast(Theme::sand, floor), 4.5);
         EXPECT_GE(contrast(Theme::muted, floor), 4.5);
         EXPECT_GE(contrast(Theme::sky, floor), 4.5);
+        EXPECT_GE(contrast(Theme::gold, floor), 4.5);
+    }
+    for (const QColor& floor : {Theme::navy, Theme::card()}) {
+        EXPECT_GE(contrast(Theme::dangerText(), floor), 4.5);
     }
     EXPECT_GE(contrast(Theme::navyDeep, Theme::brand), 4.5);
     EXPECT_GE(contrast(Theme::nsColor(0xFFFFFF), Theme::danger()), 4.5);
     EXPECT_GE(contrast(Theme::disabledText(), Theme::navy), 2.5);
+}
+
+TEST(Theme, TextsOnFloatingSurfacesCanBeReadWhateverIsBehindThem) {
+    for (const QColor& behind : {Theme::nsColor(0xFFFFFF), Theme::nsColor(0x000000)}) {
+        const QColor floor = Theme::over(Theme::floating(), behind);
+        for (const QColor& ink : {Theme::sand, Theme::muted, Theme::sky, Theme::gold}) {
+            EXPECT_GE(contrast(ink, floor), 4.5);
+        }
+        EXPECT_GE(contrast(Theme::sky, Theme::over(Theme::lit(), floor)), 4.5);
+        EXPECT_GE(contrast(Theme::rec, floor), 3) << "the recording dot, which is no text";
+    }
+}
+
+TEST(Theme, WordsOnButtonsCanBeReadInEveryState) {
+    const QColor lightened = Theme::over(Theme::nsColor(0xFFFFFF, 0.08), Theme::brand);
+    const QColor darkened = Theme::over(Theme::withOpacity(Theme::navyDeep, 0.12), Theme::brand);
+    for (const QColor& end : {Theme::brand, Theme::skyBright, lightened, darkened}) {
+        EXPECT_GE(contrast(Theme::navyDeep, end), 4.5);
+    }
+    for (const double share : {0.78, 0.88, 0.66}) { // of the danger button at rest, under the pointer, pressed
+        EXPECT_GE(contrast(Theme::nsColor(0xFFFFFF), Theme::mix(Theme::rec, share, Theme::navyDeep)), 4.5);
+    }
+    for (const QColor& floor : {Theme::sand, Theme::mix(Theme::navyDeep, 0.1, Theme::sand)}) {
+        EXPECT_GE(contrast(Theme::navyDeep, floor), 4.5) << "of what ends a recording";
+        EXPECT_GE(contrast(Theme::navy, floor), 4.5) << "of tooltips";
+    }
+    EXPECT_GE(contrast(Theme::sand, Theme::over(Theme::selection(), Theme::field())), 4.5) << "selected text";
+}
+
+TEST(Theme, OutlinesOfWhatIsChosenAndFocusedStandOut) {
+    for (const QColor& floor : {Theme::navy, Theme::card()}) {
+        EXPECT_GE(contrast(Theme::skyBright, floor), 3) << "focus";
+        EXPECT_GE(contrast(Theme::over(Theme::chosenOutline(), floor), floor), 3);
+    }
 }
 
 TEST(Theme, HeadlinesAreBoldAndOfTheirSize) {

@@ -18,8 +18,7 @@ AudioTrack::AudioTrack(const AudioSettings& settings, PacketSink& sink)
       queue_("velmo.writer.audio") {}
 
 Result<void> AudioTrack::open() {
-    auto encoder = AacEncoder::open(
-        settings_, [this](PacketPtr packet) { sink_.put(std::move(packet), number_, encoder_->timeBase()); });
+    auto encoder = AacEncoder::open(settings_, [this](PacketPtr packet) { sink_.put(std::move(packet), number_); });
     if (!encoder) {
         return encoder.error();
     }

@@ -17,8 +17,10 @@ Result<std::unique_ptr<Demuxer>> Demuxer::open(const std::filesystem::path& path
         return systemError(ENOMEM);
     }
     format->interrupt_callback = {&Demuxer::shouldStop, demuxer.get()};
-    // "file:" keeps a name with a colon from being taken for another protocol. The call frees `format` when it fails.
-    if (const int failed = avformat_open_input(&format, ("file:" + path.string()).c_str(), nullptr, nullptr);
+    // "file:" keeps a name with a colon from being taken for another protocol. The family is given, since what only
+    // bears a video's name may be a list of other files and addresses. The call frees `format` when it fails.
+    const AVInputFormat* const family = av_find_input_format("mp4");
+    if (const int failed = avformat_open_input(&format, ("file:" + path.string()).c_str(), family, nullptr);
         failed < 0) {
         return libraryError(failed, MediaError::notMedia);
     }

@@ -190,12 +190,10 @@ Result<void> JournaledFile::writeIndex() {
 /// Whoever hears of the failure takes away what is under the recording's name.
 Error JournaledFile::putAside(Error reason) {
     file_.reset();
-    std::error_code failed;
-    std::filesystem::rename(path_, asideOf(path_), failed);
+    std::error_code ignored;
+    std::filesystem::rename(path_, asideOf(path_), ignored);
     unlockJournal(path_);
-    if (!failed) {
-        reason.text += " Lo grabado se conserva y se intentará recuperar al volver a abrir Velmo Studio.";
-    }
+    reason.text += " Lo grabado se conserva y se intentará recuperar al volver a abrir Velmo Studio.";
     return reason;
 }
 

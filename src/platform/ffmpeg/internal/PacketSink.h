@@ -15,8 +15,8 @@ public:
     virtual bool isOpen() const = 0;
     /// False while the disk is so far behind that no track should go on.
     virtual bool hasRoom() const = 0;
-    /// Returns at once. Packets of one track in order, times in `timeBase`.
-    virtual void put(PacketPtr packet, int track, AVRational timeBase) = 0;
+    /// Returns at once. Packets of one track in order, times in the track's time base.
+    virtual void put(PacketPtr packet, int track) = 0;
     /// The track's last packet was put. Once a track.
     virtual void trackEnded() = 0;
     virtual void trackFailed(const Error& error) = 0;

@@ -93,7 +93,7 @@ void VideoTrack::encode(const FrameRef& picture, std::int64_t time, std::int64_t
     }
     lastWasKey_ = (packet->flags & AV_PKT_FLAG_KEY) != 0;
     lastKeyTime_ = lastWasKey_ ? packet->pts : lastKeyTime_;
-    sink_.put(std::move(packet), number_, kVideoTimeBase);
+    sink_.put(std::move(packet), number_);
     watchLoad(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
 }
 
@@ -129,7 +129,7 @@ void VideoTrack::drain() {
         if (packet == nullptr) {
             break;
         }
-        sink_.put(std::move(packet), number_, kVideoTimeBase);
+        sink_.put(std::move(packet), number_);
     }
     sink_.trackEnded();
 }
