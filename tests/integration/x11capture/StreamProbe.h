@@ -29,14 +29,14 @@ public:
     }
 
     /// True once there are `count` pictures, counted from the last `forget`.
-    bool waitForPictures(std::size_t count, int milliseconds = 5000) {
+    bool waitForPictures(std::size_t count, int milliseconds = 60000) {
         std::unique_lock guard(lock_);
         return changed_.wait_for(guard, std::chrono::milliseconds(milliseconds),
                                  [&] { return pictures_.size() >= count; });
     }
     bool waitForStop() {
         std::unique_lock guard(lock_);
-        return changed_.wait_for(guard, std::chrono::seconds(10), [&] { return !errors_.empty(); });
+        return changed_.wait_for(guard, std::chrono::seconds(60), [&] { return !errors_.empty(); });
     }
     /// No picture comes for `milliseconds`; returns how many there are then.
     std::size_t countAfterQuiet(int milliseconds) {
