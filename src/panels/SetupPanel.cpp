@@ -63,6 +63,7 @@ SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
     scroll_->setAccessibleName(windowTitle());
     column->addWidget(head);
     column->addWidget(scroll_);
+    column->setSizeConstraint(QLayout::SetNoConstraint); // the height follows what it holds, step by step
     connect(scroll_, &FittingScrollArea::heightChanged, this, &SetupPanel::fit, Qt::QueuedConnection);
     connect(&height_, &QAbstractAnimation::finished, this, &SetupPanel::follow);
     followScreens();
