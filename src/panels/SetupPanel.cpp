@@ -61,6 +61,7 @@ SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
     scroll_ = new FittingScrollArea(makeColumn(std::move(material)));
     scroll_->setFixedWidth(Type::scaled(kWidth));
     scroll_->setAccessibleName(windowTitle());
+    scroll_->setMinimumHeight(kLeastHeight); // else its content would be the least on the way, too
     column->addWidget(head);
     column->addWidget(scroll_);
     column->setSizeConstraint(QLayout::SetNoConstraint); // the height follows what it holds, step by step

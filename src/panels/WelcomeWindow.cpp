@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -25,7 +26,7 @@ constexpr int kHeight = 600;
 constexpr int kBesideScreen = 12;
 constexpr double kRadius = 16;
 constexpr int kCloseFromEdge = 14;
-constexpr double kAboveTitle = 118;
+constexpr int kAboveTitle = 118;
 constexpr double kChalkWidth = 170;
 
 } // namespace
@@ -47,6 +48,7 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
         }
     });
     column->addWidget(scroll_ = new FittingScrollArea(view));
+    connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this, qOverload<>(&QWidget::update));
     const QSize card = cardSize();
     scroll_->setFixedWidth(card.width());
     setFixedSize(card.grownBy(contentsMargins()));
@@ -82,10 +84,11 @@ void WelcomeWindow::paintEvent(QPaintEvent* event) {
     QPainterPath inside;
     inside.addRoundedRect(box.adjusted(1, 1, -1, -1), kRadius - 1, kRadius - 1);
     ChalkBoard::paintTop(painter, inside, box);
-    ChalkBoard::paintStroke(
-        painter,
-        QPointF(box.center().x() - kChalkWidth / 2, box.top() + kAboveTitle + Type::lineHeight(TextStyle::display)),
-        kChalkWidth);
+    const int underTitle = kAboveTitle + Type::lineHeight(TextStyle::display) - scroll_->verticalScrollBar()->value();
+    if (underTitle > 0) {
+        const QPointF place(box.center().x() - kChalkWidth / 2, box.top() + underTitle);
+        ChalkBoard::paintStroke(painter, place, kChalkWidth);
+    }
 }
 
 } // namespace velmo
