@@ -79,11 +79,11 @@ void ShortcutsDialog::fitTable() {
     const int free = screen()->availableGeometry().height();
     const int rows = free >= kRoomyScreen ? table_->sizeHint().height() : table_->minimumSizeHint().height();
     table_->setMinimumHeight(rows);
-    scroll_->setMinimumHeight(0);
+    scroll_->setMostHeight(rows);
     const QMargins around = contentsMargins();
     const int others = layout()->totalMinimumHeightForWidth(minimumWidth()) - around.top() - around.bottom() -
                        scroll_->minimumSizeHint().height();
-    scroll_->setMinimumHeight(std::clamp(free - others, kLeastTable, rows));
+    scroll_->setMostHeight(std::clamp(free - others, kLeastTable, rows));
 }
 
 } // namespace velmo

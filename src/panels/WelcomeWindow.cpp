@@ -51,6 +51,7 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
     connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this, qOverload<>(&QWidget::update));
     const QSize card = cardSize();
     scroll_->setFixedWidth(card.width());
+    scroll_->setMostHeight(card.height());
     setFixedSize(card.grownBy(contentsMargins()));
     close_->setParent(this);
     close_->setSymbol(QStringLiteral("xmark"));
