@@ -18,6 +18,14 @@ if(VELMO_SANITIZE)
     endif()
 endif()
 
+# Seconds after which a test counts as hung. A sanitizer makes all slower, on a busy machine by far.
+function(velmo_hang_limit RESULT SECONDS)
+    if(VELMO_SANITIZE)
+        math(EXPR SECONDS "6 * ${SECONDS}")
+    endif()
+    set(${RESULT} ${SECONDS} PARENT_SCOPE)
+endfunction()
+
 # velmo_module(NAME [QT] SEES target...): a room of src/. Sources are all .cpp files below its folder,
 # sub-rooms with a CMakeLists.txt of their own left out. QT switches moc on.
 function(velmo_module NAME)
@@ -62,8 +70,9 @@ endfunction()
 function(velmo_unit_tests NAME)
     cmake_parse_arguments(ARG "QT" "" "USES" ${ARGN})
     velmo_test_program(unit_${NAME} ${ARG_QT} "${ARG_USES}")
-    gtest_discover_tests(unit_${NAME} TEST_PREFIX unit.${NAME}. DISCOVERY_TIMEOUT 60
-                         PROPERTIES LABELS unit TIMEOUT 120 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    velmo_hang_limit(limit 120)
+    gtest_discover_tests(unit_${NAME} TEST_PREFIX unit.${NAME}. DISCOVERY_TIMEOUT ${limit}
+                         PROPERTIES LABELS unit TIMEOUT ${limit} ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 endfunction()
 
 # velmo_integration_tests(NAME [QT] USES target...): one program, run whole on a private desktop of its own.
@@ -75,5 +84,6 @@ function(velmo_integration_tests NAME)
     velmo_test_program(integration_${NAME} ${ARG_QT} "${ARG_USES}")
     add_test(NAME integration.${NAME}
              COMMAND ${CMAKE_SOURCE_DIR}/tools/desk ${ARG_DESK} run $<TARGET_FILE:integration_${NAME}>)
-    set_tests_properties(integration.${NAME} PROPERTIES LABELS integration TIMEOUT ${ARG_TIMEOUT})
+    velmo_hang_limit(limit ${ARG_TIMEOUT})
+    set_tests_properties(integration.${NAME} PROPERTIES LABELS integration TIMEOUT ${limit})
 endfunction()

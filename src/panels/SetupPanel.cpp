@@ -64,6 +64,7 @@ SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
     scroll_->setMinimumHeight(kLeastHeight); // else its content would be the least on the way, too
     column->addWidget(head);
     column->addWidget(scroll_);
+    column->setSizeConstraint(QLayout::SetNoConstraint); // the height follows what it holds, step by step
     connect(scroll_, &FittingScrollArea::heightChanged, this, &SetupPanel::fit, Qt::QueuedConnection);
     followScreens();
     connect(this, &QDialog::rejected, this, [this] { context_.recorder.closeSetup(); });

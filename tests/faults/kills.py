@@ -157,6 +157,7 @@ class Verdict:
         self.had_video = False
         self.had_work = False
         self.sidecars = True
+        self.load = 0.0
 
     def check(self, what, holds, sidecar=True):
         if not holds:
@@ -220,10 +221,12 @@ def one_kill(subject, phase, chance, files):
     kill.has_kit = files
     PHASES[phase](kill)
     killed_at = kill.die()
+    load = os.getloadavg()[0]
     work_left = subject.left_behind()
     subject.relaunch()
     verdict = judge_kill(kill, killed_at)
     verdict.had_work = bool(work_left)
+    verdict.load = load
     shown = subject.dismiss_notices()
     told = [name for name in shown if name.startswith("Grabaci")]
     verdict.check(f"told {shown}", len(told) <= 1)
@@ -256,7 +259,9 @@ def run(options, chance):
                 verdict.faults.append(f"lost {verdict.lost:.2f} s")
             faults += [f"kill {number} ({phase}): {fault}" for fault in verdict.faults]
             work = "with" if verdict.had_work else "without"
-            print(f"kill {number} {phase}: {work} work left, lost {verdict.lost:.2f} s {'; '.join(verdict.faults)}", flush=True)
+            print(f"kill {number} {phase}: {work} work left, load {verdict.load:.0f}, lost {verdict.lost:.2f} s {'; '.join(verdict.faults)}", flush=True)
+    loads = sorted(verdict.load for verdict in sum(results.values(), []))
+    print(f"\n{os.cpu_count()} cores; load at the kills: middle {loads[len(loads) // 2]:.0f}, most {loads[-1]:.0f}")
     table("Kills", ("phase", "tried", "work left behind", "left a video", "playable", "worst seconds lost", "sidecars right"),
           [row(phase, results[phase]) for phase in names] + [row("all", sum(results.values(), []))])
     return faults

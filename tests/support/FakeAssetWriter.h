@@ -55,7 +55,7 @@ public:
     std::optional<Error> startError;
     std::optional<Error> finishError; ///< the file is failed when it should be finished
     bool holdsFinish = false;         ///< `finishWriting` completes when the test calls `heldFinish`
-    std::size_t reservedSamples = 0;  ///< room for each track, for tests that count allocations
+    std::size_t reservedSamples = 0;  ///< room for each track and the progress, for tests that count allocations
 
     std::vector<std::shared_ptr<FakeFile>> files;
 
@@ -142,6 +142,7 @@ public:
 private:
     AssetWriterInput* input(FakeTrack& track) {
         track.samples.reserve(script_.reservedSamples);
+        file_->progress.reserve(script_.reservedSamples);
         return inputs_.emplace_back(std::make_unique<FakeInput>(track)).get();
     }
 
@@ -156,6 +157,7 @@ inline Result<std::unique_ptr<AssetWriter>> FakeAssetWriterFactory::makeWriter(c
     }
     files.push_back(std::make_shared<FakeFile>());
     file().path = path;
+    file().progress.reserve(reservedSamples);
     return std::unique_ptr<AssetWriter>(std::make_unique<FakeAssetWriter>(*this, files.back()));
 }
 

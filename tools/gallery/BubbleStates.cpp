@@ -121,6 +121,21 @@ void weights(Wall& wall) {
     wall.done("bubble-weights");
 }
 
+/// Each style in silence, in speech and at its loudest.
+void voice(Wall& wall) {
+    int y = 10;
+    for (const double level : {0.0, 0.5, 1.0}) {
+        int x = 60;
+        for (const RingStyle style : allCases<RingStyle>()) {
+            BubbleView& view = wall.hang(lookOf(BubbleShape::circle, style), BubbleSize::m, {x, y});
+            view.setLevel(level);
+            x += view.width() + 10;
+        }
+        y += 280;
+    }
+    wall.done("bubble-voice");
+}
+
 void palettes(Wall& wall) {
     int index = 0;
     for (const ChameleonPalette palette : allCases<ChameleonPalette>()) {
@@ -163,39 +178,70 @@ void names(Wall& wall) {
     wall.done("bubble-names");
 }
 
-/// The controls of each size with the mouse on the button of another one.
+BubbleServices servicesFor(Wall& wall, Prefs& prefs, const QtScreens& screens) {
+    return {prefs, screens, HostClock::shared(), wall.timers, wall.teacher.feed, &NameTag::image};
+}
+
+/// The controls of each size with the mouse on the button of another one, and on the cross.
 void controls(Wall& wall, const Save& save, const Wait& wait) {
     test::MemoryDefaultsStore store;
     Prefs prefs(store);
     QtScreens screens;
-    const BubbleServices services{prefs, screens, HostClock::shared(), wall.timers, wall.teacher.feed, &NameTag::image};
-    BubbleController bubble(services, {[] { return true; }, {}});
+    BubbleController bubble(servicesFor(wall, prefs, screens), {[] { return true; }, {}});
     prefs.presenterName = QStringLiteral("Laura Méndez");
     prefs.presenterRole = QStringLiteral("Cálculo II");
     prefs.showName = true;
     bubble.show();
+    const auto shown = [&](int button, const QString& state) {
+        bubble.applyPrefs();
+        bubble.view().onHover(true);
+        wait(300);
+        const BubbleControlsView& row = *bubble.controls();
+        QCursor::setPos(row.mapToGlobal(row.buttonRect(button).center().toPoint()));
+        save(QStringLiteral("bubble-controls-") + state, bubble.view().geometry());
+    };
     for (const BubbleShape shape : allCases<BubbleShape>()) {
         prefs.bubbleShape = shape;
         for (const BubbleSize size : allCases<BubbleSize>()) {
             prefs.bubbleSize = size;
-            bubble.applyPrefs();
-            bubble.view().onHover(true);
-            const QString name = QStringLiteral("bubble-controls-") + rawValue(shape) + '-' + rawValue(size);
-            wait(300);
-            const BubbleControlsView& row = *bubble.controls();
-            QCursor::setPos(row.mapToGlobal(row.buttonRect(static_cast<int>(next(size))).center().toPoint()));
-            save(name, bubble.view().geometry());
+            shown(static_cast<int>(next(size)), rawValue(shape) + '-' + rawValue(size));
         }
     }
+    shown(BubbleControlsView::kButtons - 1, QStringLiteral("cross"));
+}
+
+/// The menus of both bubbles, without a name and with one, and each submenu.
+void menus(Wall& wall, const Save& save) {
+    test::MemoryDefaultsStore store;
+    Prefs prefs(store);
+    QtScreens screens;
+    BubbleController bubble(servicesFor(wall, prefs, screens), {[] { return true; }, {}});
+    SecondBubbleController secondBubble(servicesFor(wall, prefs, screens));
+    const auto open = [&save](QMenu& menu, const QString& submenu, const char* name) {
+        menu.popup({900, 200});
+        for (QAction* item : menu.actions()) {
+            if (item->menu() != nullptr && item->text() == submenu) {
+                menu.setActiveAction(item);
+            }
+        }
+        save(QString::fromLatin1(name), menu.geometry().adjusted(0, 0, 300, 100));
+    };
+    open(*bubble.makeMenu(), {}, "bubble-menu-nameless");
+    open(*secondBubble.makeMenu(), {}, "bubble-menu-second");
+    prefs.presenterName = QStringLiteral("Laura Méndez");
     prefs.bubbleShape = BubbleShape::rounded;
-    const auto menu = bubble.makeMenu();
-    menu->popup({900, 200});
-    for (QAction* item : menu->actions()) {
-        if (item->menu() != nullptr && item->text() == QStringLiteral("Colores del camaleón")) {
-            menu->setActiveAction(item);
-        }
-    }
-    save(QStringLiteral("bubble-menu"), menu->geometry().adjusted(0, 0, 300, 100));
+    open(*bubble.makeMenu(), QStringLiteral("Borde"), "bubble-menu-rings");
+    open(*bubble.makeMenu(), QStringLiteral("Colores del camaleón"), "bubble-menu-palettes");
+    open(*bubble.makeMenu(), QStringLiteral("Grosor del borde"), "bubble-menu-weights");
+    open(*bubble.makeMenu(), QStringLiteral("Esquinas"), "bubble-menu-corners");
+}
+
+void cameraOnly(Wall& wall) {
+    BubbleView& view = wall.hang(lookOf(BubbleShape::circle, RingStyle::chameleon), BubbleSize::m, {400, 200});
+    view.setCameraOnly(true);
+    view.setGeometry(400, 200, 960, 540);
+    wall.taken = view.geometry();
+    wall.done("bubble-camera-only");
 }
 
 void second(Wall& wall) {
@@ -212,11 +258,14 @@ void showBubbles(const Save& save, const Wait& wait) {
     Wall wall(save);
     shapesAndRings(wall);
     weights(wall);
+    voice(wall);
     palettes(wall);
     corners(wall);
     names(wall);
     second(wall);
+    cameraOnly(wall);
     controls(wall, save, wait);
+    menus(wall, save);
 }
 
 } // namespace velmo

@@ -18,13 +18,19 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <malloc.h>
 #include <memory>
 
 namespace {
 
 using namespace velmo;
 
+/// Large things come from pools. What is left is small, and one heap a thread would each keep what a busy minute once
+/// needed.
+constexpr int kHeaps = 2;
+
 void prepareProcess() {
+    mallopt(M_ARENA_MAX, kHeaps);
     qputenv("QT_QPA_PLATFORM", "xcb"); // capture, keys and surfaces speak to an X server, also under Wayland
     std::signal(SIGPIPE, SIG_IGN);     // a server that goes away is an error of the call, not the end
     QCoreApplication::setApplicationName(QStringLiteral("velmo-studio"));

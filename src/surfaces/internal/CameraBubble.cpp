@@ -17,7 +17,7 @@ constexpr double kFlightStep = 1.0 / 60;
 constexpr double kSeenInset = BubbleView::pad - 7;
 
 Color plain(const QColor& color) {
-    return {color.redF(), color.greenF(), color.blueF(), 1};
+    return Color::fromHex(color.rgb() & 0xffffff); // the components that QColor tells as parts of 1 are rounded
 }
 
 Color ringColor(const Prefs& prefs) {

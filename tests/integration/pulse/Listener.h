@@ -23,8 +23,8 @@ public:
     bool wentBack() const { return wentBack_; }
     std::vector<double> beeps() const;
     /// Waits until `happened`, at most `seconds`.
-    static bool waitUntil(const std::function<bool()>& happened, double seconds = 10);
-    bool waitForFrames(std::int64_t more, double seconds = 10) const;
+    static bool waitUntil(const std::function<bool()>& happened, double seconds = 60);
+    bool waitForFrames(std::int64_t more, double seconds = 60) const;
 
 private:
     void hear(const Sample& sample);

@@ -39,7 +39,7 @@ protected:
         store.setReal(QStringLiteral("bubbleY"), 1080 - 300 - 264);
         feed.publish(test::flatCameraPicture({1280, 720}, Qt::white));
         bubble.show();
-        const bool shown = waitUntil([this] { return pixel(432, 432) == 0xffffffU; }, 10s);
+        const bool shown = waitUntil([this] { return pixel(432, 432) == 0xffffffU; });
         EXPECT_TRUE(shown);
     }
 
@@ -79,7 +79,7 @@ TEST_F(Bubble, LeavesTheDesktopAtItsCornersAndTakesNoMouseThere) {
     pass(200ms);
     EXPECT_FALSE(hovered);
     moveMouse(432, 432);
-    EXPECT_TRUE(waitUntil([&] { return hovered; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return hovered; }));
 }
 
 TEST_F(Bubble, IsDraggedByAnyOfItsPointsAndComesUpThereAgain) {
@@ -90,10 +90,10 @@ TEST_F(Bubble, IsDraggedByAnyOfItsPointsAndComesUpThereAgain) {
         pass(5ms);
     }
     button(1, false);
-    ASSERT_TRUE(waitUntil([&] { return bubble.view().pos() == QPoint(700, 500); }, 5s));
-    ASSERT_TRUE(waitUntil([&] { return pixel(832, 632) == 0xffffffU; }, 5s));
-    EXPECT_TRUE(waitUntil([&] { return pixel(400, 360) == kDesk; }, 5s)) << "and has left where it was";
-    EXPECT_TRUE(waitUntil([&] { return store.real(QStringLiteral("bubbleX")) == 700; }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return bubble.view().pos() == QPoint(700, 500); }));
+    ASSERT_TRUE(waitUntil([&] { return pixel(832, 632) == 0xffffffU; }));
+    EXPECT_TRUE(waitUntil([&] { return pixel(400, 360) == kDesk; })) << "and has left where it was";
+    EXPECT_TRUE(waitUntil([&] { return store.real(QStringLiteral("bubbleX")) == 700; }));
     bubble.hide();
     bubble.show();
     EXPECT_EQ(bubble.view().pos(), QPoint(700, 500));
@@ -104,9 +104,9 @@ TEST_F(Bubble, GrowsByADoubleClickAroundItsMiddle) {
     pass(50ms);
     click();
     click();
-    EXPECT_TRUE(waitUntil([&] { return bubble.view().geometry() == QRect(250, 250, 364, 364); }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return bubble.view().geometry() == QRect(250, 250, 364, 364); }));
     EXPECT_EQ(prefs.bubbleSize.value(), BubbleSize::l);
-    EXPECT_TRUE(waitUntil([&] { return pixel(432, 285) == 0xffffffU; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(432, 285) == 0xffffffU; }));
 }
 
 TEST_F(Bubble, OpensItsMenuByTheRightButton) {
@@ -114,19 +114,19 @@ TEST_F(Bubble, OpensItsMenuByTheRightButton) {
     pass(50ms);
     click(3);
     const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-    ASSERT_TRUE(waitUntil([&] { return menu() != nullptr; }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return menu() != nullptr; }));
     const QPoint small = menu()->mapToGlobal(menu()->actionGeometry(menu()->actions().first()).center());
     moveMouse(small.x(), small.y());
-    ASSERT_TRUE(waitUntil([&] { return menu()->activeAction() == menu()->actions().first(); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return menu()->activeAction() == menu()->actions().first(); }));
     click();
-    EXPECT_TRUE(waitUntil([&] { return prefs.bubbleSize.value() == BubbleSize::s; }, 5s));
-    EXPECT_TRUE(waitUntil([&] { return bubble.view().width() == 194; }, 5s));
-    EXPECT_TRUE(waitUntil([&] { return menu() == nullptr; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return prefs.bubbleSize.value() == BubbleSize::s; }));
+    EXPECT_TRUE(waitUntil([&] { return bubble.view().width() == 194; }));
+    EXPECT_TRUE(waitUntil([&] { return menu() == nullptr; }));
 }
 
 TEST_F(Bubble, ShowsItsControlsUnderTheMouseAndKeepsThemForALittleWhile) {
     moveMouse(432, 380);
-    ASSERT_TRUE(waitUntil([&] { return hasControls(); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return hasControls(); }));
     moveMouse(1500, 900);
     pass(300ms);
     moveMouse(432, 380);
@@ -137,32 +137,32 @@ TEST_F(Bubble, ShowsItsControlsUnderTheMouseAndKeepsThemForALittleWhile) {
     pass(900ms);
     EXPECT_TRUE(hasControls()) << "over the controls themselves";
     moveMouse(1500, 900);
-    EXPECT_TRUE(waitUntil([&] { return !hasControls(); }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return !hasControls(); }));
 }
 
 TEST_F(Bubble, IsPutAwayByTheCrossOfItsControls) {
     moveMouse(432, 380);
-    ASSERT_TRUE(waitUntil([&] { return hasControls(); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return hasControls(); }));
     const BubbleControlsView& controls = *bubble.controls();
     const QPoint cross = controls.mapToGlobal(controls.buttonRect(3).center().toPoint());
     moveMouse(cross.x(), cross.y());
     pass(100ms);
     click();
-    EXPECT_TRUE(waitUntil([&] { return !bubble.isVisible() && !hasControls(); }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return !bubble.isVisible() && !hasControls(); }));
     EXPECT_TRUE(bubble.userHidden());
-    EXPECT_TRUE(waitUntil([&] { return pixel(432, 432) == kDesk; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(432, 432) == kDesk; }));
 }
 
 TEST_F(Bubble, LetsTheMouseThroughWhileItIsCovered) {
     bubble.setCoveredByPresenter(true);
-    ASSERT_TRUE(waitUntil([&] { return pixel(432, 432) == kDesk; }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return pixel(432, 432) == kDesk; }));
     bool hovered = false;
     bubble.view().onHover = [&](bool) { hovered = true; };
     moveMouse(432, 432);
     pass(200ms);
     EXPECT_FALSE(hovered);
     bubble.setCoveredByPresenter(false);
-    EXPECT_TRUE(waitUntil([&] { return pixel(432, 432) == 0xffffffU; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(432, 432) == 0xffffffU; }));
 }
 
 TEST_F(Bubble, ThatRestsPaintsNothingAndARingPaintsOnlyItself) {
@@ -172,7 +172,7 @@ TEST_F(Bubble, ThatRestsPaintsNothingAndARingPaintsOnlyItself) {
         damage.read();
         return damage.events == 0;
     };
-    EXPECT_TRUE(waitUntil(rests, 10s));
+    EXPECT_TRUE(waitUntil(rests));
     prefs.ringStyle = RingStyle::chameleon;
     bubble.applyPrefs();
     pass(500ms);
@@ -188,12 +188,12 @@ TEST_F(Bubble, ThatRestsPaintsNothingAndARingPaintsOnlyItself) {
 
 TEST_F(Bubble, ThatIsAloneFillsItsRectangleToTheCorners) {
     bubble.enterCameraOnly(screens.all().front());
-    ASSERT_TRUE(waitUntil([&] { return bubble.view().size() == QSize(960, 540); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return bubble.view().size() == QSize(960, 540); }));
     const QRect place = bubble.view().geometry();
-    EXPECT_TRUE(waitUntil([&] { return pixel(place.left(), place.top()) == 0xffffffU; }, 5s));
-    EXPECT_TRUE(waitUntil([&] { return pixel(place.right(), place.bottom()) == 0xffffffU; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(place.left(), place.top()) == 0xffffffU; }));
+    EXPECT_TRUE(waitUntil([&] { return pixel(place.right(), place.bottom()) == 0xffffffU; }));
     bubble.exitCameraOnly();
-    EXPECT_TRUE(waitUntil([&] { return pixel(place.left(), place.top()) == kDesk; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(place.left(), place.top()) == kDesk; }));
     EXPECT_EQ(bubble.view().geometry(), QRect(300, 300, 264, 264));
 }
 

@@ -38,6 +38,9 @@ using test::pass;
 using test::waitUntil;
 using Phase = PresenterState::Phase;
 
+constexpr std::size_t kEnough = 20; // pictures of a flight and back; a slow machine records fewer and flies again
+constexpr int kMostRounds = 20;
+
 /// The clock of the flights, which a test can hold at a moment.
 class HeldClock final : public Clock {
 public:
@@ -92,7 +95,7 @@ protected:
         prefs.showName = true;
         prefs.presenterName = QStringLiteral("Laura Méndez");
         prefs.presenterRole = QStringLiteral("Cálculo II");
-        waitUntil([this] { return pixel(100, 10) == QColor(0x1a7a54); }, 5s);
+        waitUntil([this] { return pixel(100, 10) == QColor(0x1a7a54); });
     }
     DisplayId display() {
         std::promise<DisplayId> answer;
@@ -103,7 +106,7 @@ protected:
     }
     QColor pixel(int x, int y) { return QColor(client.rootPixels({x, y, 1, 1}).front()); }
     bool comesToBe(Phase phase) {
-        return waitUntil([&] { return window.state().phase() == phase; }, 10s);
+        return waitUntil([&] { return window.state().phase() == phase; });
     }
     void save(const QString& name) {
         const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/../pictures"));
@@ -115,7 +118,7 @@ protected:
         const MediaTime start = HostClock::shared().now();
         clock.held = start;
         window.enter(screen, style);
-        ASSERT_TRUE(waitUntil([&] { return bubble.covered; }, 5s));
+        ASSERT_TRUE(waitUntil([&] { return bubble.covered; }));
         for (const int percent : {0, 30, 70, 100}) {
             clock.held = start + MediaTime::fromSeconds(PresenterFlight::kSeconds * percent / 100);
             pass(500ms);
@@ -154,15 +157,15 @@ TEST_F(Presenter, FliesFromTheBubbleToTheStageAndBack) {
     photograph(PresenterStyle::framed, QStringLiteral("presenter-framed"));
     photograph(PresenterStyle::sideRight, QStringLiteral("presenter-side"));
     photograph(PresenterStyle::full, QStringLiteral("presenter-full"));
-    EXPECT_TRUE(waitUntil([&] { return pixel(960, 540) == QColor(0xfcfaf5); }, 5s)) << "the desktop is back";
+    EXPECT_TRUE(waitUntil([&] { return pixel(960, 540) == QColor(0xfcfaf5); })) << "the desktop is back";
 }
 
 TEST_F(Presenter, BeginsInTheBubblesPlaceWithTheRestOfTheScreenUntouched) {
     clock.held = HostClock::shared().now();
     window.enter(screen, PresenterStyle::framed);
-    ASSERT_TRUE(waitUntil([&] { return bubble.covered; }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return bubble.covered; }));
     const auto border = [this] { return near(pixel(200, 1080 - 70 - 1), QColor(69, 212, 148), 12); };
-    EXPECT_TRUE(waitUntil(border, 5s)) << "the border at its lower edge";
+    EXPECT_TRUE(waitUntil(border)) << "the border at its lower edge";
     EXPECT_EQ(pixel(960, 540), QColor(0xfcfaf5));
     EXPECT_EQ(pixel(92, 1080 - 70 - 2), QColor(0xfcfaf5)) << "outside the circle, inside its square";
     EXPECT_FALSE(near(pixel(200, 1080 - 180), QColor(0xfcfaf5), 40)) << "the camera in its middle";
@@ -173,12 +176,12 @@ TEST_F(Presenter, ShowsTheDesktopBlurredButNotTheProgramsOwnPanels) {
     panel.setGeometry(0, 300, 500, 500);
     panel.setStyleSheet(QStringLiteral("background: #ff00ff"));
     panel.show();
-    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }));
     window.enter(screen, PresenterStyle::sideRight);
     ASSERT_TRUE(comesToBe(Phase::shown));
     // The slide is near white: 0.78 of a darker white, and the tint.
-    ASSERT_TRUE(waitUntil([&] { return near(pixel(60, 950), QColor(190, 195, 189), 8); }, 5s));
-    EXPECT_TRUE(waitUntil([&] { return near(pixel(50, 500), pixel(60, 950), 12); }, 5s)) << "under the panel";
+    ASSERT_TRUE(waitUntil([&] { return near(pixel(60, 950), QColor(190, 195, 189), 8); }));
+    EXPECT_TRUE(waitUntil([&] { return near(pixel(50, 500), pixel(60, 950), 12); })) << "under the panel";
 }
 
 TEST_F(Presenter, ShowsTheBoardInTheBlurredDesktop) {
@@ -187,20 +190,20 @@ TEST_F(Presenter, ShowsTheBoardInTheBlurredDesktop) {
     panel.setStyleSheet(QStringLiteral("background: #ff00ff"));
     panel.show();
     board = static_cast<WindowId>(panel.winId());
-    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }));
     window.enter(screen, PresenterStyle::sideRight);
     ASSERT_TRUE(comesToBe(Phase::shown));
-    EXPECT_TRUE(waitUntil([&] { return near(pixel(250, 550), QColor(193, 7, 193), 24); }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return near(pixel(250, 550), QColor(193, 7, 193), 24); }));
 }
 
 TEST_F(Presenter, TheBackdropFollowsTheDesktop) {
     window.enter(screen, PresenterStyle::sideRight);
     ASSERT_TRUE(comesToBe(Phase::shown));
-    ASSERT_TRUE(waitUntil([&] { return near(pixel(60, 950), QColor(190, 195, 189), 8); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return near(pixel(60, 950), QColor(190, 195, 189), 8); }));
     QImage dark(1920, 1080, QImage::Format_RGB32);
     dark.fill(QColor(40, 40, 40));
     test::setWallpaper(client, dark);
-    EXPECT_TRUE(waitUntil([&] { return pixel(60, 950).lightness() < 50; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(60, 950).lightness() < 50; }));
 }
 
 TEST_F(Presenter, InTheVideoTheGroundComesUpAndGoesWithoutAFlash) {
@@ -210,18 +213,20 @@ TEST_F(Presenter, InTheVideoTheGroundComesUpAndGoesWithoutAFlash) {
     pass(200ms);
     window.park();
     pass(300ms);
-    window.enter(screen, PresenterStyle::sideRight);
-    ASSERT_TRUE(comesToBe(Phase::shown));
-    pass(1500ms);
-    window.exit({});
-    ASSERT_TRUE(comesToBe(Phase::rest));
     std::vector<QColor> colors;
     const auto desktopIsBack = [&] {
         colors = recording.colors();
         return !colors.empty() && colors.back() == QColor(0xfcfaf5);
     };
-    EXPECT_TRUE(waitUntil(desktopIsBack, 5s));
-    ASSERT_GT(colors.size(), 20u);
+    for (int round = 0; round < kMostRounds && colors.size() <= kEnough; ++round) {
+        window.enter(screen, PresenterStyle::sideRight);
+        ASSERT_TRUE(comesToBe(Phase::shown));
+        pass(1500ms);
+        window.exit({});
+        ASSERT_TRUE(comesToBe(Phase::rest));
+        ASSERT_TRUE(waitUntil(desktopIsBack));
+    }
+    ASSERT_GT(colors.size(), kEnough);
     EXPECT_EQ(colors.front(), QColor(0xfcfaf5)) << "prepared, it is not seen";
     // The plain ground may be seen until the first picture is there, never anything darker, and no step is a jump.
     int darkest = 255;
@@ -238,18 +243,18 @@ TEST_F(Presenter, IsNeverInTheVideoWithWhatStoodOnTheScreenBeforeItWasPainted) {
     bar.setStyleSheet(QStringLiteral("background: #ff00ff"));
     bar.show();
     window.prepare(screen);
-    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return near(pixel(200, 500), QColor(255, 0, 255), 2); }));
     Recording recording(capture, screen.displayID, *window.windowID(), {200, 500});
     pass(200ms);
     window.park();
-    for (int i = 0; i < 4; ++i) {
+    for (int round = 0; round < 4 || (round < kMostRounds && recording.colors().size() <= kEnough); ++round) {
         window.enter(screen, PresenterStyle::sideRight);
         ASSERT_TRUE(comesToBe(Phase::shown));
         window.exit({});
         ASSERT_TRUE(comesToBe(Phase::rest));
     }
     const std::vector<QColor> colors = recording.colors();
-    ASSERT_GT(colors.size(), 20u);
+    ASSERT_GT(colors.size(), kEnough);
     for (const QColor& color : colors) {
         ASSERT_LT(color.saturation(), 60) << qPrintable(color.name());
     }
@@ -280,12 +285,12 @@ TEST_F(Presenter, SuccessiveRequestsEndWithTheBubbleAsItWas) {
         window.toggle(screen);
         pass(std::chrono::milliseconds(40 + 97 * i % 300));
     }
-    ASSERT_TRUE(waitUntil([&] { return !window.state().isBusy(); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return !window.state().isBusy(); }));
     EXPECT_EQ(bubble.covered, window.isFull());
     EXPECT_EQ(bubble.lent, window.isFull());
     window.reset();
     EXPECT_FALSE(bubble.lent);
-    EXPECT_TRUE(waitUntil([&] { return pixel(960, 540) == QColor(0xfcfaf5); }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return pixel(960, 540) == QColor(0xfcfaf5); }));
 }
 
 } // namespace

@@ -92,8 +92,8 @@ TEST_F(Surfaces, AClickGoesThroughTheOverlayToTheWindowBelow) {
     client.map(below);
     overlay.start(screen, true);
     overlay.setSpotlight(true);
-    ASSERT_TRUE(waitUntil([&] { return pixel(100, 100) == 0x4c4c4c; }, 5s)) << "the screen is dim there";
-    EXPECT_TRUE(waitUntil([&] { return pixel(960, 540) == 0xc8c8c8; }, 5s)) << "and light in the spot";
+    ASSERT_TRUE(waitUntil([&] { return pixel(100, 100) == 0x4c4c4c; })) << "the screen is dim there";
+    EXPECT_TRUE(waitUntil([&] { return pixel(960, 540) == 0xc8c8c8; })) << "and light in the spot";
     moveMouse(100, 100);
     button(true);
     button(false);
@@ -138,7 +138,7 @@ TEST_F(Surfaces, AMouseThatRestsIsHardlyLookedAtUntilItMoves) {
     pass(1s);
     EXPECT_LE(mouse.looks, looks + 6);
     circle(0.5);
-    EXPECT_TRUE(waitUntil([&] { return circles.size() == 1; }, 2s));
+    EXPECT_TRUE(waitUntil([&] { return circles.size() == 1; }));
     EXPECT_TRUE(overlay.view()->bubble().isVisible());
     EXPECT_TRUE(waitUntil([&] { return !overlay.isTicking(); })) << "it rests again when the bubble has gone";
     EXPECT_FALSE(overlay.view()->bubble().isVisible());
@@ -151,7 +151,7 @@ TEST_F(Surfaces, ThePickerGivesTheRectangleThatWasDragged) {
         picked = rect;
         ++ends;
     });
-    ASSERT_TRUE(waitUntil([&] { return client.focus() == picker.panel()->winId(); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return client.focus() == picker.panel()->winId(); }));
     moveMouse(480, 270);
     button(true);
     for (int i = 1; i <= 10; ++i) {
@@ -159,7 +159,7 @@ TEST_F(Surfaces, ThePickerGivesTheRectangleThatWasDragged) {
         pass(10ms);
     }
     button(false);
-    ASSERT_TRUE(waitUntil([&] { return ends == 1; }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return ends == 1; }));
     ASSERT_TRUE(picked.has_value());
     EXPECT_NEAR(picked->x, 0.25, 0.001);
     EXPECT_NEAR(picked->y, 0.25, 0.001);
@@ -175,10 +175,10 @@ TEST_F(Surfaces, ThePickerHasTheKeyboardWhileItIsOpenAndGivesItBack) {
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(other); }));
     int ends = 0;
     picker.pick(screen, {}, QStringLiteral("Arrastra"), [&](std::optional<Rect> rect) { ends += rect ? 100 : 1; });
-    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }));
     key(kEscape);
-    EXPECT_TRUE(waitUntil([&] { return ends == 1; }, 5s));
-    EXPECT_TRUE(waitUntil([&] { return hasKeyboard(other); }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return ends == 1; }));
+    EXPECT_TRUE(waitUntil([&] { return hasKeyboard(other); }));
     pass(200ms);
     EXPECT_EQ(client.focus(), other.winId()) << "and it stays there";
 }
@@ -190,12 +190,12 @@ TEST_F(Surfaces, ThePickerComesUpAlthoughTheOneWhoHadTheKeyboardHasGone) {
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*other); }));
     int ends = 0;
     picker.pick(screen, {}, QStringLiteral("Arrastra"), [&](std::optional<Rect>) { ++ends; });
-    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }));
     other.reset();
     pass(100ms);
-    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }, 5s));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }));
     key(kEscape);
-    EXPECT_TRUE(waitUntil([&] { return ends == 1; }, 5s));
+    EXPECT_TRUE(waitUntil([&] { return ends == 1; }));
 }
 
 } // namespace

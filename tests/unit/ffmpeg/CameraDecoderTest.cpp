@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <cstring>
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -30,7 +30,7 @@ protected:
     void send(const test::Bytes& bytes) {
         const PacketPtr packet(av_packet_alloc());
         av_new_packet(packet.get(), static_cast<int>(bytes.size()));
-        std::memcpy(packet->data, bytes.data(), bytes.size());
+        std::copy(bytes.begin(), bytes.end(), packet->data);
         decoder->decode(packet.get(), [this](const AVFrame& frame) { levels.push_back(frame.data[0][0]); });
     }
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -90,6 +91,59 @@ INSTANTIATE_TEST_SUITE_P(
                     Kind{AV_PIX_FMT_YUVJ420P, AVCOL_RANGE_UNSPECIFIED, AVCOL_SPC_UNSPECIFIED, true, k601},
                     Kind{AV_PIX_FMT_YUV422P, AVCOL_RANGE_JPEG, AVCOL_SPC_BT709, true, k709},
                     Kind{AV_PIX_FMT_YUYV422, AVCOL_RANGE_UNSPECIFIED, AVCOL_SPC_UNSPECIFIED, false, k601}));
+
+/// Coded values back to 0 to 1 and +-0.5, of the given range; and to red, green and blue.
+Color decoded(const std::array<int, 3>& code, bool full, const Matrix& m) {
+    const double y = full ? code[0] / 255.0 : (code[0] - 16) / 219.0;
+    const double cb = (code[1] - 128) / (full ? 255.0 : 224.0);
+    const double cr = (code[2] - 128) / (full ? 255.0 : 224.0);
+    const double red = y + cr * 2 * (1 - m.red);
+    const double blue = y + cb * 2 * (1 - m.blue);
+    return {red, (y - m.red * red - m.blue * blue) / (1 - m.red - m.blue), blue};
+}
+
+/// Each pair of columns and each pair of rows has a colour of its own, and each pixel a luma of its own.
+TEST_P(VideoRangeConverterTest, GivesEachPixelItsColourAtAnyEvenWidth) {
+    const Kind kind = GetParam();
+    VideoRangeConverter converter(VideoRangeConverter::Untagged::camera);
+    const auto codeAt = [](int x, int y) {
+        return std::array{60 + (x * 7 + y * 5) % 120, 90 + (x / 2 * 3 + y / 2) % 70, 100 + (x / 2 + y / 2 * 5) % 60};
+    };
+    constexpr int kHeight = 6;
+    for (const int width : {128, 130, 254, 322, 640}) {
+        const FramePtr frame = frameOf(kind, {0, 0, 0}, width, kHeight);
+        for (int y = 0; y < kHeight; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const std::array<int, 3> code = codeAt(x, y);
+                if (kind.format == AV_PIX_FMT_YUYV422) {
+                    std::uint8_t* const row = frame->data[0] + std::ptrdiff_t{y} * frame->linesize[0];
+                    row[2 * x] = static_cast<std::uint8_t>(code[0]);
+                    row[2 * x + 1] = static_cast<std::uint8_t>(code[x % 2 == 0 ? 1 : 2]);
+                    continue;
+                }
+                const bool half = kind.format == AV_PIX_FMT_YUVJ420P;
+                frame->data[0][y * frame->linesize[0] + x] = static_cast<std::uint8_t>(code[0]);
+                for (std::size_t p = 1; p < 3; ++p) {
+                    frame->data[p][(half ? y / 2 : y) * frame->linesize[p] + x / 2] =
+                        static_cast<std::uint8_t>(code[p]);
+                }
+            }
+        }
+        const FrameRef picture = converter.convert(*frame);
+        ASSERT_TRUE(picture);
+        double farthest = 0;
+        for (int y = 0; y < kHeight; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const Color yuv = toYuv(decoded(codeAt(x, y), kind.full, kind.matrix), k709);
+                const std::uint8_t* const color = picture->plane(1).row(y / 2) + x / 2 * 2;
+                farthest =
+                    std::max({farthest, std::abs(picture->plane(0).row(y)[x] - (16 + yuv[0] * 219)),
+                              std::abs(color[0] - (128 + yuv[1] * 224)), std::abs(color[1] - (128 + yuv[2] * 224))});
+            }
+        }
+        EXPECT_LT(farthest, 1) << width;
+    }
+}
 
 TEST(VideoRangeConverter, APictureOfAnotherSizeIsGivenInThatSize) {
     VideoRangeConverter converter(VideoRangeConverter::Untagged::file);

@@ -2,8 +2,13 @@
 
 #include "media/PixelBuffer.h"
 #include "platform/ffmpeg/internal/Handles.h"
+#include "platform/ffmpeg/internal/Rec709Kernels.h"
 
+#include <array>
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace velmo::internal {
 
@@ -30,12 +35,24 @@ private:
         friend bool operator==(const Kind&, const Kind&) = default;
     };
 
+    /// A row of a decoded picture, wherever its values lie.
+    struct Row {
+        const std::uint8_t* luma;
+        Rec709Kernels::ColorRow color;
+    };
+
     Kind kindOf(const AVFrame& frame) const;
     bool prepare(const Kind& kind);
+    bool prepareScaler(const Kind& kind);
+    Row row(const AVFrame& frame, int y, std::vector<std::uint8_t>& room) const;
+    void convertRows(const AVFrame& frame, PixelBuffer& picture);
+    bool scale(const AVFrame& frame, PixelBuffer& picture);
 
     const Untagged untagged_;
     Kind kind_;
-    Scaler scaler_;
+    std::optional<Rec709Kernels::Matrix> matrix_;    // for what the row loops know
+    std::array<std::vector<std::uint8_t>, 2> rooms_; // for two rows taken apart
+    Scaler scaler_;                                  // for all else
     std::unique_ptr<PixelBufferPool> pool_;
 };
 
