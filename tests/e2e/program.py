@@ -37,6 +37,13 @@ def press(*keys):
     subprocess.run(["xdotool", "key", *keys], check=True)
 
 
+def press_in_library(*keys):
+    """Keys of the home window's menus, once it has the keyboard."""
+    wait_until("the keyboard to be the library's",
+               lambda: output("xdotool", "getwindowfocus", "getwindowname").strip() == "Velmo Studio")
+    press(*keys)
+
+
 def click(x, y, button=1):
     subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True)
 

@@ -4,7 +4,7 @@ import time
 import unittest
 
 import screen_reader
-from program import Program, press
+from program import Program, press, press_in_library
 from screen_reader import Atspi, CONTROLS, everything_in, has, is_shown, press_on, window
 
 CARDS = ["fuentes", "burbuja", "video", "zoom", "presentador", "material", "guion"]
@@ -34,7 +34,7 @@ class Names(unittest.TestCase):
     def test_every_control_of_every_window_has_a_name(self):
         with Program(mode="screenCam", showName=True, presenterStyle="sideRight", **OPEN):
             self.check("Velmo Studio")
-            press("ctrl+n")
+            press_in_library("ctrl+n")
             controls = self.check(SETUP)
             self.assertGreater(len(controls), 40, "all cards are open")
             press("Escape")
@@ -47,7 +47,7 @@ class Names(unittest.TestCase):
 
     def test_tab_reaches_all_that_the_setup_panel_offers(self):
         with Program(mode="screenCam", showName=True, presenterStyle="sideRight", **OPEN):
-            press("ctrl+n")
+            press_in_library("ctrl+n")
             top = window(SETUP)
             time.sleep(0.5)
             # Of a group of choices Tab reaches the chosen one; arrows go on from there.

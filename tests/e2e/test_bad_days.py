@@ -14,7 +14,7 @@ import time
 import unittest
 
 import screen_reader
-from program import Program, Stage, flashes, judge, output, press, wait_until
+from program import Program, Stage, flashes, judge, output, press, press_in_library, wait_until
 
 INSIDE = "VELMO_TEST_MOUNTS"
 VIDEOS = os.path.join(os.environ.get("HOME", ""), "Videos", "Velmo Studio")
@@ -313,7 +313,7 @@ class Display(BadDay):
         screen_reader.switch_on()
         opened = {"panel.mas": True, **{"panel." + card: True for card in ("fuentes", "burbuja", "video", "zoom", "guion")}}
         with Screen() as screen, Program(mode="screen", **opened):
-            press("ctrl+n")
+            press_in_library("ctrl+n")
             panel = screen_reader.window("Nueva grabación")
             time.sleep(1)
 
@@ -352,7 +352,7 @@ class OneFont(BadDay):
         with open(config, "w") as file:
             file.write(f'<?xml version="1.0"?><fontconfig><dir>{folder}</dir><cachedir>{folder}/cache</cachedir></fontconfig>')
         with Stage("motion"), Alone(config) as program:
-            press("ctrl+n")
+            press_in_library("ctrl+n")
             x, _, width, _ = screen_reader.place(screen_reader.window("Nueva grabación"))
             for name in ("Comenzar grabación", "Perfiles", "Más opciones", "Cámara", "Pantalla"):
                 left, _, wide, _ = screen_reader.place(screen_reader.control("Nueva grabación", name))

@@ -6,7 +6,7 @@ import time
 import unittest
 
 import screen_reader
-from program import Program, click, press, wait_until
+from program import Program, click, press, press_in_library, wait_until
 from screen_reader import bring, find, middle, place, press_on, window
 
 SETUP = "Nueva grabación"
@@ -26,7 +26,7 @@ class Setup(unittest.TestCase):
         wait_until(f"{key} to be {value!r}", lambda: self.settings(program).get(key) == value, 15)
 
     def open_panel(self):
-        press("ctrl+n")
+        press_in_library("ctrl+n")
         window(SETUP)
         time.sleep(0.4)
 
