@@ -67,7 +67,7 @@ WelcomeWindow::~WelcomeWindow() = default;
 QSize WelcomeWindow::cardSize() const {
     const int width = Type::scaled(kWidth);
     const int needed = scroll_->widget()->layout()->totalHeightForWidth(width);
-    const int free = QGuiApplication::primaryScreen()->availableGeometry().height() - 2 * kBesideScreen;
+    const int free = QGuiApplication::primaryScreen()->availableGeometry().height() - contentsMargins().top() - kBesideScreen;
     return {width, std::min(std::max(Type::scaled(kHeight), needed), free)};
 }
 
