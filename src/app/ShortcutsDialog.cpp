@@ -79,11 +79,10 @@ void ShortcutsDialog::fitTable() {
     const int free = screen()->availableGeometry().height();
     const int rows = free >= kRoomyScreen ? table_->sizeHint().height() : table_->minimumSizeHint().height();
     table_->setMinimumHeight(rows);
-    scroll_->setMinimumHeight(0);
-    const QMargins around = contentsMargins();
-    const int others = layout()->totalMinimumHeightForWidth(minimumWidth()) - around.top() - around.bottom() -
-                       scroll_->minimumSizeHint().height();
-    scroll_->setMinimumHeight(std::clamp(free - others, kLeastTable, rows));
+    scroll_->setMostHeight(rows);
+    // With the room for the shadow: window managers push back a window whose edge is off the screen.
+    const int others = layout()->totalMinimumHeightForWidth(minimumWidth()) - scroll_->minimumSizeHint().height();
+    scroll_->setMostHeight(std::clamp(free - others, kLeastTable, rows));
 }
 
 } // namespace velmo

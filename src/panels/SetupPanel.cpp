@@ -61,10 +61,11 @@ SetupPanel::SetupPanel(SetupContext context, std::vector<SetupSection> material)
     scroll_ = new FittingScrollArea(makeColumn(std::move(material)));
     scroll_->setFixedWidth(Type::scaled(kWidth));
     scroll_->setAccessibleName(windowTitle());
+    scroll_->setMinimumHeight(kLeastHeight); // else its content would be the least on the way, too
     column->addWidget(head);
     column->addWidget(scroll_);
+    column->setSizeConstraint(QLayout::SetNoConstraint); // the height follows what it holds, step by step
     connect(scroll_, &FittingScrollArea::heightChanged, this, &SetupPanel::fit, Qt::QueuedConnection);
-    connect(&height_, &QAbstractAnimation::finished, this, &SetupPanel::follow);
     followScreens();
     connect(this, &QDialog::rejected, this, [this] { context_.recorder.closeSetup(); });
 }
@@ -162,6 +163,7 @@ void SetupPanel::addCards(QVBoxLayout& column, std::vector<SetupSection> materia
 void SetupPanel::showMoreOptions(bool more) {
     more_->setText(more ? QStringLiteral("Menos opciones") : QStringLiteral("Más opciones"));
     cards_->setVisible(more);
+    FittingScrollArea::settle(*cards_);
 }
 
 QRect SetupPanel::freePlace() const {
@@ -179,10 +181,7 @@ void SetupPanel::fit() {
     isVisible() ? height_.moveTo(wanted) : height_.jump(wanted);
 }
 
-/// The bar beside what scrolls would come and go on the way.
 void SetupPanel::follow() {
-    const bool moving = height_.state() == QAbstractAnimation::Running;
-    scroll_->setVerticalScrollBarPolicy(moving ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     resize(width(), static_cast<int>(std::lround(height_.value())));
 }
 

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -25,7 +26,7 @@ constexpr int kHeight = 600;
 constexpr int kBesideScreen = 12;
 constexpr double kRadius = 16;
 constexpr int kCloseFromEdge = 14;
-constexpr double kAboveTitle = 118;
+constexpr int kAboveTitle = 118;
 constexpr double kChalkWidth = 170;
 
 } // namespace
@@ -47,8 +48,10 @@ WelcomeWindow::WelcomeWindow(Permissions::Services services, Prefs& prefs, std::
         }
     });
     column->addWidget(scroll_ = new FittingScrollArea(view));
+    connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this, qOverload<>(&QWidget::update));
     const QSize card = cardSize();
     scroll_->setFixedWidth(card.width());
+    scroll_->setMostHeight(card.height());
     setFixedSize(card.grownBy(contentsMargins()));
     close_->setParent(this);
     close_->setSymbol(QStringLiteral("xmark"));
@@ -64,7 +67,7 @@ WelcomeWindow::~WelcomeWindow() = default;
 QSize WelcomeWindow::cardSize() const {
     const int width = Type::scaled(kWidth);
     const int needed = scroll_->widget()->layout()->totalHeightForWidth(width);
-    const int free = QGuiApplication::primaryScreen()->availableGeometry().height() - 2 * kBesideScreen;
+    const int free = QGuiApplication::primaryScreen()->availableGeometry().height() - contentsMargins().top() - kBesideScreen;
     return {width, std::min(std::max(Type::scaled(kHeight), needed), free)};
 }
 
@@ -82,10 +85,11 @@ void WelcomeWindow::paintEvent(QPaintEvent* event) {
     QPainterPath inside;
     inside.addRoundedRect(box.adjusted(1, 1, -1, -1), kRadius - 1, kRadius - 1);
     ChalkBoard::paintTop(painter, inside, box);
-    ChalkBoard::paintStroke(
-        painter,
-        QPointF(box.center().x() - kChalkWidth / 2, box.top() + kAboveTitle + Type::lineHeight(TextStyle::display)),
-        kChalkWidth);
+    const int underTitle = kAboveTitle + Type::lineHeight(TextStyle::display) - scroll_->verticalScrollBar()->value();
+    if (underTitle > 0) {
+        const QPointF place(box.center().x() - kChalkWidth / 2, box.top() + underTitle);
+        ChalkBoard::paintStroke(painter, place, kChalkWidth);
+    }
 }
 
 } // namespace velmo

@@ -24,18 +24,39 @@ FittingScrollArea::FittingScrollArea(QWidget* contents, QWidget* parent) : QScro
 
 void FittingScrollArea::setMostHeight(int height) {
     mostHeight_ = height;
+    holdContents();
     updateGeometry();
 }
 
-QSize FittingScrollArea::sizeHint() const {
+int FittingScrollArea::wholeHeight() const {
     const QLayout* layout = widget()->layout();
     const int wide = std::max(width(), minimumWidth());
-    const int tall = layout->hasHeightForWidth() ? layout->totalHeightForWidth(wide) : layout->totalSizeHint().height();
-    return {wide, std::min(tall, mostHeight_)};
+    return layout->hasHeightForWidth() ? layout->totalHeightForWidth(wide) : layout->totalSizeHint().height();
+}
+
+/// Contents that grow are not squeezed until there is room for them, and a bar shows only beside what stays cut.
+void FittingScrollArea::holdContents() {
+    const int whole = wholeHeight();
+    widget()->setMinimumHeight(whole);
+    setVerticalScrollBarPolicy(whole > mostHeight_ ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+}
+
+void FittingScrollArea::settle(const QWidget& inside) {
+    for (QWidget* each = inside.parentWidget(); each != nullptr; each = each->parentWidget()) {
+        if (auto* area = qobject_cast<FittingScrollArea*>(each)) {
+            area->holdContents();
+            return;
+        }
+    }
+}
+
+QSize FittingScrollArea::sizeHint() const {
+    return {std::max(width(), minimumWidth()), std::min(wholeHeight(), mostHeight_)};
 }
 
 bool FittingScrollArea::eventFilter(QObject* watched, QEvent* event) {
     if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+        holdContents();
         updateGeometry();
         emit heightChanged();
     }

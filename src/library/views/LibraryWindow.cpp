@@ -66,7 +66,6 @@ LibraryWindow::LibraryWindow(Library& library, FileActions& files, DefaultsStore
       pages_(new QStackedWidget) {
     setWindowTitle(QString::fromUtf8(AppName::current));
     setObjectName(QStringLiteral("LibraryWindow"));
-    setMinimumSize(kLeastSize);
     setStyleSheet(menuBarSheet());
     setFont(Type::font(TextStyle::body));
     setCentralWidget(makeContent());
@@ -119,17 +118,16 @@ QWidget* LibraryWindow::makeContent() {
 }
 
 void LibraryWindow::restorePlace() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const QSize frame(0, kTitleBar);
+    const QRect free = screen ? screen->availableGeometry() : QRect(QPoint(), kSize);
+    setMinimumSize(kLeastSize.boundedTo(free.size() - frame));
     const auto place = places_.data(kPlaceKey);
     if (place && restoreGeometry(*place)) {
         return;
     }
-    resize(kSize);
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect free = screen->availableGeometry();
-        const QSize frame(0, kTitleBar);
-        resize(kSize.boundedTo(free.size() - frame).expandedTo(kLeastSize));
-        move(free.center() - QRect(QPoint(), size() + frame).center());
-    }
+    resize(kSize.boundedTo(free.size() - frame));
+    move(free.center() - QRect(QPoint(), size() + frame).center());
 }
 
 void LibraryWindow::show(std::optional<std::filesystem::path> focus) {

@@ -1,6 +1,7 @@
 #include "panels/setup/SetupCard.h"
 
 #include "panels/setup/Rows.h"
+#include "ui/FittingScrollArea.h"
 #include "ui/Painting.h"
 #include "ui/Theme.h"
 
@@ -27,7 +28,10 @@ SetupCard::SetupCard(const Head& head, DefaultsStore& store, QWidget* contents, 
     inside->setContentsMargins(kSide - Rows::kRoom, 0, kSide - Rows::kRoom, 14);
     inside->addWidget(contents);
     column->addWidget(box);
-    connect(head_, &QAbstractButton::toggled, box, &QWidget::setVisible);
+    connect(head_, &QAbstractButton::toggled, box, [box](bool nowOpen) {
+        box->setVisible(nowOpen);
+        FittingScrollArea::settle(*box);
+    });
     const bool open = store.boolean(head.key).value_or(head.openByDefault);
     head_->setChecked(open);
     box->setVisible(open);

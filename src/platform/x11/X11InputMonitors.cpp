@@ -86,7 +86,8 @@ private:
 
     template <typename Call>
     void tell(Call call) const {
-        for (const auto& entry : *current()) {
+        const auto list = current(); // held until all have been told: a token may go meanwhile
+        for (const auto& entry : *list) {
             if (!entry->ended) {
                 call(entry->handlers);
             }

@@ -189,6 +189,18 @@ TEST_F(X11InputMonitorsTest, ARemovedMonitorIsSilentAndTheOthersAreNot) {
     EXPECT_THAT(removed.atLeast(0), IsEmpty());
 }
 
+TEST_F(X11InputMonitorsTest, MonitorsComeAndGoWhileTheOthersAreTold) {
+    Heard<double> times;
+    const auto token = monitors_.addMouseButtons([&](double time) { times.add(time); });
+    constexpr std::size_t kClicks = 300;
+    for (std::size_t i = 0; i < kClicks; ++i) {
+        hands_.press(kThumbButton);
+        const auto passing = monitors_.addMouseButtons([](double) {});
+        hands_.release(kThumbButton);
+    }
+    EXPECT_THAT(times.atLeast(2 * kClicks), SizeIs(2 * kClicks));
+}
+
 TEST_F(X11InputMonitorsTest, MonitorsCanBeAddedAgainAfterTheLastHasGone) {
     keepsListening_.reset();
     listen();

@@ -84,7 +84,7 @@ TEST_F(StillPicture, TakesNothingFromAStreamThatRuns) {
         EXPECT_TRUE(shoot(ContentFilter::display(display, {}, {})).ok());
     }
     client.fill(window, {0, 0, 200, 100}, kGreen);
-    EXPECT_EQ(yuvAt(settled(), 150, 150), kGreenYuv);
+    EXPECT_EQ(yuvAt(settled(shows(150, 150, kGreenYuv)), 150, 150), kGreenYuv);
     EXPECT_TRUE(probe.errors().empty());
     stopAndWait(*stream);
 }

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <future>
 #include <mutex>
 #include <optional>
@@ -33,6 +34,20 @@ public:
         std::unique_lock guard(lock_);
         return changed_.wait_for(guard, std::chrono::milliseconds(milliseconds),
                                  [&] { return pictures_.size() >= count; });
+    }
+    /// True once the latest picture is as `wanted`. Earlier ones are let go of, for the stream may need their buffers.
+    bool waitForLatest(const std::function<bool(const Sample&)>& wanted) {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        std::unique_lock guard(lock_);
+        while (pictures_.empty() || !wanted(pictures_.back())) {
+            if (pictures_.size() > 1) {
+                pictures_.erase(pictures_.begin(), pictures_.end() - 1);
+            }
+            if (changed_.wait_until(guard, limit) == std::cv_status::timeout) {
+                return false;
+            }
+        }
+        return true;
     }
     bool waitForStop() {
         std::unique_lock guard(lock_);
@@ -106,6 +121,15 @@ inline std::uint32_t bgraAt(const Sample& sample, int x, int y) {
     const std::uint8_t* p = sample.image->plane(0).row(y) + 4 * x;
     return static_cast<std::uint32_t>(p[3]) << 24 | static_cast<std::uint32_t>(p[2]) << 16 |
            static_cast<std::uint32_t>(p[1]) << 8 | p[0];
+}
+
+/// Whether a picture has that colour there.
+inline std::function<bool(const Sample&)> shows(int x, int y, Yuv color) {
+    return [=](const Sample& picture) { return yuvAt(picture, x, y) == color; };
+}
+
+inline std::function<bool(const Sample&)> shows(int x, int y, std::uint32_t bgra) {
+    return [=](const Sample& picture) { return bgraAt(picture, x, y) == bgra; };
 }
 
 } // namespace velmo::test

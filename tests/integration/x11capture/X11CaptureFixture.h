@@ -60,9 +60,10 @@ protected:
         configuration.showsCursor = cursor;
         return start(ContentFilter::display(display, {}, {}), configuration);
     }
-    /// What the stream shows once nothing changes any more.
-    Sample settled() {
+    /// What the stream shows once it has come to be as `wanted` and nothing changes any more.
+    Sample settled(const std::function<bool(const Sample&)>& wanted) {
         client.sync();
+        EXPECT_TRUE(probe.waitForLatest(wanted));
         probe.countAfterQuiet(kQuiet);
         return probe.pictures().back();
     }

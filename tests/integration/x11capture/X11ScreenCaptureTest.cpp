@@ -92,7 +92,7 @@ TEST_F(X11Capture, WhileAllBuffersAreHeldNoneComesAndTheNextShowsEverything) {
     EXPECT_EQ(probe.pictures().size(), 6u);
     probe.forget();
     ASSERT_TRUE(probe.waitForPictures(1));
-    const Sample last = settled();
+    const Sample last = settled(shows(19 * 20 + 4, 4, kWhiteYuv));
     for (int i = 0; i < 20; ++i) {
         EXPECT_EQ(yuvAt(last, i * 20 + 4, 4), kWhiteYuv) << i;
         EXPECT_EQ(yuvAt(last, i * 20 + 14, 4), kBlackYuv) << i;
@@ -105,9 +105,9 @@ TEST_F(X11Capture, ThePointerIsInThePictureAndFollowed) {
     client.movePointer(200, 300);
     client.sync();
     const auto stream = startDisplay(true);
-    EXPECT_EQ(yuvAt(settled(), 200, 300), kRedYuv);
+    EXPECT_EQ(yuvAt(settled(shows(200, 300, kRedYuv)), 200, 300), kRedYuv);
     client.movePointer(500, 400);
-    Sample picture = settled();
+    Sample picture = settled(shows(500, 400, kRedYuv));
     EXPECT_EQ(yuvAt(picture, 200, 300), kBlackYuv);
     EXPECT_EQ(yuvAt(picture, 500, 400), kRedYuv);
     EXPECT_EQ(yuvAt(picture, 494, 394), kRedYuv);
@@ -116,11 +116,11 @@ TEST_F(X11Capture, ThePointerIsInThePictureAndFollowed) {
     client.warpPointer(700, 100); // no event tells of it
     client.sync();
     ASSERT_TRUE(probe.waitForPictures(1));
-    picture = settled();
+    picture = settled(shows(700, 100, kRedYuv));
     EXPECT_EQ(yuvAt(picture, 500, 400), kBlackYuv);
     EXPECT_EQ(yuvAt(picture, 700, 100), kRedYuv);
     client.setSquareCursor(16, 0xffff, 0xffff, 0xffff);
-    EXPECT_EQ(yuvAt(settled(), 700, 100), kWhiteYuv);
+    EXPECT_EQ(yuvAt(settled(shows(700, 100, kWhiteYuv)), 700, 100), kWhiteYuv);
     stopAndWait(*stream);
 }
 
@@ -129,7 +129,7 @@ TEST_F(X11Capture, ThePointerIsNotInThePictureUnlessAskedFor) {
     client.movePointer(200, 300);
     client.sync();
     const auto stream = startDisplay(false);
-    EXPECT_EQ(yuvAt(settled(), 200, 300), kBlackYuv);
+    EXPECT_EQ(yuvAt(settled(shows(200, 300, kBlackYuv)), 200, 300), kBlackYuv);
     client.movePointer(500, 400);
     client.sync();
     EXPECT_EQ(probe.countAfterQuiet(200), 1u);
@@ -143,12 +143,12 @@ TEST_F(X11Capture, AnotherSizeIsScaledTo) {
     configuration.height = 1080;
     configuration.showsCursor = false;
     const auto stream = start(ContentFilter::display(display, {}, {}), configuration);
-    Sample picture = settled();
+    Sample picture = settled(shows(950, 1079, kRedYuv));
     EXPECT_EQ(picture.image->width(), 1920);
     EXPECT_EQ(yuvAt(picture, 950, 1079), kRedYuv);
     EXPECT_EQ(yuvAt(picture, 970, 0), kBlackYuv);
     client.fill(window, {100, 100, 40, 40}, kGreen);
-    picture = settled();
+    picture = settled(shows(180, 180, kGreenYuv));
     EXPECT_EQ(yuvAt(picture, 180, 180), kGreenYuv);
     EXPECT_EQ(yuvAt(picture, 100, 180), kRedYuv);
     stopAndWait(*stream);
@@ -162,8 +162,8 @@ TEST_F(X11Capture, ADisplayCanBeHadAsBgra) {
     configuration.pixelFormat = PixelFormat::bgra;
     configuration.showsCursor = false;
     const auto stream = start(ContentFilter::display(display, {}, {}), configuration);
-    EXPECT_EQ(bgraAt(settled(), 10, 10), kRed);
-    EXPECT_EQ(bgraAt(settled(), 1270, 10), 0xff000000u);
+    EXPECT_EQ(bgraAt(settled(shows(10, 10, kRed)), 10, 10), kRed);
+    EXPECT_EQ(bgraAt(settled(shows(1270, 10, 0xff000000u)), 1270, 10), 0xff000000u);
     stopAndWait(*stream);
 }
 
@@ -177,10 +177,10 @@ TEST_F(X11Capture, AWindowAloneHasItsAlphaAndItsConfiguredSize) {
     configuration.pixelFormat = PixelFormat::bgra;
     configuration.showsCursor = false;
     const auto stream = start(ContentFilter::window(window), configuration);
-    EXPECT_EQ(bgraAt(settled(), 30, 20), 0x80008000u);
+    EXPECT_EQ(bgraAt(settled(shows(30, 20, 0x80008000u)), 30, 20), 0x80008000u);
 
     client.resize(window, 120, 80); // scaled into the old size until told
-    Sample picture = settled();
+    const Sample picture = settled(shows(59, 39, 0x80008000u));
     EXPECT_EQ(picture.image->width(), 60);
     EXPECT_EQ(bgraAt(picture, 59, 39), 0x80008000u);
 
@@ -197,7 +197,7 @@ TEST_F(X11Capture, AWindowAloneHasItsAlphaAndItsConfiguredSize) {
     EXPECT_EQ(probe.pictures().back().image->width(), 120);
 
     client.fill(window, {0, 0, 120, 80}, 0x40400000);
-    EXPECT_EQ(bgraAt(settled(), 100, 70), 0x40400000u);
+    EXPECT_EQ(bgraAt(settled(shows(100, 70, 0x40400000u)), 100, 70), 0x40400000u);
     client.destroy(window);
     client.sync();
     const std::size_t count = probe.countAfterQuiet(200);
@@ -215,7 +215,7 @@ TEST_F(X11Capture, AnExcludedProcessIsLeftOutAndItsPaintingMakesNoPicture) {
     configuration.height = 720;
     configuration.showsCursor = false;
     const auto stream = start(ContentFilter::display(display, {other.pid()}, {}), configuration);
-    EXPECT_EQ(yuvAt(settled(), 150, 150), kGreenYuv);
+    EXPECT_EQ(yuvAt(settled(shows(150, 150, kGreenYuv)), 150, 150), kGreenYuv);
     const std::size_t count = probe.pictures().size();
     other.openAnother();
     EXPECT_EQ(probe.countAfterQuiet(200), count);

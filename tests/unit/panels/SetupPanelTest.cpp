@@ -289,7 +289,10 @@ TEST_F(SetupPanelTest, ItGrowsSmoothlyAndItsTopAndItsControlsStayWhereTheyAre) {
     const int place = more->mapToGlobal(QPoint()).y();
     Fade& height = heightOf(*panel);
     height.setDuration(kAnHour); // the test's own steps come first
+    const int start = named<Button>(*panel, "Comenzar grabación")->mapToGlobal(QPoint()).y();
     more->click();
+    EXPECT_EQ(named<Button>(*panel, "Comenzar grabación")->mapToGlobal(QPoint()).y(), start)
+        << "nothing is squeezed before there is room";
     QCoreApplication::processEvents();
     height.setCurrentTime(kAnHour / 8);
     const int early = panel->height();
