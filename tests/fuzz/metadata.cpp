@@ -1,7 +1,7 @@
 // The library's metadata file, whole or damaged: what is read of it is written and read back the same.
 
-#include "Fuzz.h"
 #include "library/internal/Metadata.h"
+#include "Fuzz.h"
 
 using namespace velmo;
 
