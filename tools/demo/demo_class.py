@@ -10,7 +10,7 @@ import time
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tests", "e2e"))
 
 import screen_reader  # noqa: E402
-from program import Program, Stage, click, flashes, judge, output, press, runs, tool, wait_until  # noqa: E402
+from program import Program, Stage, click, flashes, judge, output, press, press_in_library, runs, tool, wait_until  # noqa: E402
 from test_class_folder import class_folder, kit  # noqa: E402
 from test_kit_panel import middle_of_row, stand_in_for_xdg_open  # noqa: E402
 
@@ -207,7 +207,7 @@ def draw_on_the_screen(folder):
 
 def prepare(folder, program):
     """A class is prepared in the panel by clicks on its controls, and begun."""
-    press("ctrl+n")
+    press_in_library("ctrl+n")
     screen_reader.window("Nueva grabación")
     time.sleep(2.5)
     screenshot(folder, "panel")
