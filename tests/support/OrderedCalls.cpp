@@ -27,6 +27,7 @@ private:
             break;
         case Call:
             self->call_->call(receiver, arguments);
+            __tsan_release(self); // who handed it over may be the one that lets go of it
             break;
         default:
             *isEqual = false;
@@ -42,12 +43,27 @@ private:
 // own.
 extern "C" {
 using Call = QtPrivate::QSlotObjectBase;
+void AnnotateIgnoreReadsBegin(const char* file, int line);
+void AnnotateIgnoreReadsEnd(const char* file, int line);
+void AnnotateIgnoreWritesBegin(const char* file, int line);
+void AnnotateIgnoreWritesEnd(const char* file, int line);
 bool __real__ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14ConnectionTypeEPv(
     QObject* receiver, Call* call, Qt::ConnectionType type, void* result);
 
 bool __wrap__ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14ConnectionTypeEPv(
     QObject* receiver, Call* call, Qt::ConnectionType type, void* result) {
-    return __real__ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14ConnectionTypeEPv(
-        receiver, std::make_unique<OrderedCall>(call).release(), type, result);
+    const auto wrapped = std::make_unique<OrderedCall>(call).release();
+    if (type != Qt::QueuedConnection) { // may be called in here
+        return __real__ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14ConnectionTypeEPv(
+            receiver, wrapped, type, result);
+    }
+    AnnotateIgnoreReadsBegin(__FILE__, __LINE__); // of the event queue itself
+    AnnotateIgnoreWritesBegin(__FILE__, __LINE__);
+    const bool done =
+        __real__ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14ConnectionTypeEPv(
+            receiver, wrapped, type, result);
+    AnnotateIgnoreWritesEnd(__FILE__, __LINE__);
+    AnnotateIgnoreReadsEnd(__FILE__, __LINE__);
+    return done;
 }
 }

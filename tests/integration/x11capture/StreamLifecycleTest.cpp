@@ -54,6 +54,26 @@ TEST_F(X11Capture, AStreamStartsAgainAfterItsStop) {
     stopAndWait(*stream);
 }
 
+TEST_F(X11Capture, AStopIsHeardThatComesWhileTheStreamTakesAChange) {
+    StreamConfiguration configuration;
+    configuration.width = 1280;
+    configuration.height = 720;
+    configuration.showsCursor = false; // on a still screen nothing but the stop wakes the stream
+    const auto stream = startDisplay();
+    for (int i = 0; i < 100; ++i) {
+        std::promise<void> stopped;
+        for (int change = 0; change < 40; ++change) { // so that it is found at any of its steps
+            stream->updateConfiguration(configuration, {});
+        }
+        stream->stop([&stopped](const Result<void>&) { stopped.set_value(); });
+        ASSERT_EQ(stopped.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready) << i;
+        probe.forget();
+        ASSERT_TRUE(startAndWait(*stream).ok());
+        ASSERT_TRUE(probe.waitForPictures(1));
+    }
+    stopAndWait(*stream);
+}
+
 TEST_F(X11Capture, AStreamMayGoWhileItRuns) {
     const auto window = client.show({0, 0, 1280, 720}, {.color = kRed});
     for (int i = 0; i < 10; ++i) {

@@ -112,8 +112,11 @@ Result<void> CaptureRun::configure(const StreamConfiguration& configuration) {
 }
 
 std::optional<Error> CaptureRun::loop() {
-    while (!context_.mailbox->stopRequested()) {
+    while (true) {
         takeRequests();
+        if (context_.mailbox->stopRequested()) { // after them: they take the wake of a stop with theirs
+            return std::nullopt;
+        }
         drainEvents();
         if (auto error = source_->ended()) {
             return context_.mailbox->stopRequested() ? std::nullopt : error;
@@ -132,7 +135,6 @@ std::optional<Error> CaptureRun::loop() {
         }
         waitForWork();
     }
-    return std::nullopt;
 }
 
 void CaptureRun::takeRequests() {
