@@ -76,19 +76,44 @@ TEST(FramePacer, EachPaintingIsTakenThoughThePainterIsLateNowAndThen) {
     }
 }
 
+/// Uses up a pacer's credit by paintings without end; the time of the last picture.
+std::int64_t spendCredit(FramePacer& pacer) {
+    std::int64_t time = 1000 * kMillisecond;
+    for (int i = 0; i < 20; ++i) {
+        pacer.damaged(time + kMillisecond);
+        time = *pacer.due();
+        pacer.delivered(time);
+    }
+    return time;
+}
+
+TEST(FramePacer, WithoutCreditPicturesComeBackBehindTheirPaintings) {
+    for (std::int64_t phase = kMillisecond; phase < kInterval; phase += kMillisecond) {
+        FramePacer pacer(kInterval);
+        std::int64_t painting = spendCredit(pacer) + phase;
+        std::int64_t waited = 0;
+        for (int i = 0; i < 300; ++i, painting += kInterval) {
+            pacer.damaged(painting);
+            waited = *pacer.due() - painting;
+            pacer.delivered(*pacer.due());
+        }
+        EXPECT_LE(waited, FramePacer::kSettleTime + kMillisecond) << "painted " << phase << " ns after a picture";
+    }
+}
+
 TEST(FramePacer, ASlowPainterDoesNotBeatAgainstTheRate) {
     for (const double rate : {29.97, 29.0, 25.0, 24.0, 15.0}) {
         EXPECT_EQ(record(painted(600, rate, 3 * kMillisecond)).pictures, each(600)) << rate;
     }
 }
 
-TEST(FramePacer, OfTwiceTheRateEverySecondPaintingIsTaken) {
+TEST(FramePacer, OfTwiceTheRateAlmostAlwaysEverySecondPaintingIsTaken) {
     const auto pictures = record(painted(1200, 60, kMillisecond)).pictures;
     int uneven = 0;
     for (std::size_t i = 10; i < pictures.size(); ++i) {
         uneven += pictures[i] - pictures[i - 1] != 2;
     }
-    EXPECT_LE(uneven, 2);
+    EXPECT_LE(uneven, 8); // of 600, where the pictures' phase moves over a painting
 }
 
 /// As `record`, with a mouse that is moved every `moveEvery`; a pointer is only ever part of the last picture.
