@@ -3,10 +3,12 @@
 #include "media/BgraToNv12.h"
 
 #include <QPainter>
+#include <QThreadPool>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <semaphore>
 #include <utility>
 
 namespace velmo::internal {
@@ -32,6 +34,22 @@ void fill(const PlaneView& plane, int x, int bytes, int y, int rows, std::uint8_
 
 void copyPlane(const PlaneView& from, const PlaneView& to) {
     std::memcpy(to.data, from.data, static_cast<std::size_t>(from.stride) * static_cast<std::size_t>(from.height));
+}
+
+/// Does `paint` in a thread of Qt's pool and waits for it. Elsewhere Qt spreads each large fill over that pool, and waking
+/// its threads dozens of times a picture costs as much as the painting.
+template <typename Paint>
+void inQtsPool(const Paint& paint) {
+    std::binary_semaphore done(0);
+    const bool started = QThreadPool::globalInstance()->tryStart([&] {
+        paint();
+        done.release();
+    });
+    if (started) {
+        done.acquire();
+    } else {
+        paint();
+    }
 }
 
 void burnCounter(const PixelBuffer& picture, std::int64_t number) {
@@ -86,7 +104,7 @@ FrameRef ScenePictures::make(std::int64_t number, double seconds) {
 
 void ScenePictures::paintScene(const PixelBuffer& picture, double seconds) {
     const QRect part = scene_->movingPart();
-    {
+    inQtsPool([&] {
         QPainter painter(&canvas_);
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.drawImage(part.topLeft(), stillPart_);
@@ -94,7 +112,7 @@ void ScenePictures::paintScene(const PixelBuffer& picture, double seconds) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setClipRect(part);
         scene_->paintMoving(painter, seconds);
-    }
+    });
     convertBgraToNv12(viewOf(canvas_), picture, {part.x(), part.y(), part.width(), part.height()});
 }
 
