@@ -37,6 +37,7 @@ constexpr int kTightGroupMargin = 3;
 constexpr int kMenuGap = 8;
 constexpr int kBesideBar = 24; ///< of the screen's width, at both sides together
 constexpr int kMenuIcon = 18;
+const QString kFinish = QStringLiteral("Terminar");
 
 /// One pixel wide, with the room of a group's end around it.
 class GroupLine final : public QWidget {
@@ -117,7 +118,7 @@ void ControlBar::build() {
     addButtons(*row);
     row->addStretch();
     row->addItem(gap(10));
-    finish_ = new Button(ButtonStyle::finish, QStringLiteral("Terminar"));
+    finish_ = new Button(ButtonStyle::finish, kFinish);
     finish_->setSymbol(QStringLiteral("stop.fill"));
     finish_->setAccessibleName(QStringLiteral("Terminar y guardar"));
     connect(finish_, &Button::clicked, this, [this] { recorder_.stop(); });
@@ -247,6 +248,7 @@ void ControlBar::showButton(std::size_t index, const BarState& state) {
     button.setVisible(control.shown(state));
     button.setSymbol(face.symbol);
     button.setText(tightness_ < Tightness::iconsOnly ? face.label : QString());
+    button.setNarrow(tightness_ >= Tightness::narrow);
     button.setToolTip(inKeys(face.help));
     button.setAccessibleName(nameOfHelp(face.help));
     button.setCheckable(face.lit);
@@ -279,6 +281,7 @@ void ControlBar::apply(Tightness tightness) {
     for (const Line& line : lines_) {
         line.widget->setFixedWidth(1 + 2 * (tightness < Tightness::tight ? kGroupMargin : kTightGroupMargin));
     }
+    finish_->setText(tightness < Tightness::wordless ? kFinish : QString());
     const BarState now = state();
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         showButton(i, now);
@@ -287,13 +290,15 @@ void ControlBar::apply(Tightness tightness) {
             gaps_[i]->changeSize(stands ? kGap : 0, 0, QSizePolicy::Fixed, QSizePolicy::Minimum);
         }
     }
+    zoom_->layout()->activate(); // tells the row of its buttons' new widths
     row_->layout()->invalidate();
     row_->layout()->activate();
     layout()->activate();
 }
 
 void ControlBar::fitToContent() {
-    for (const Tightness each : {Tightness::roomy, Tightness::noGaps, Tightness::iconsOnly, Tightness::tight}) {
+    for (const Tightness each : {Tightness::roomy, Tightness::noGaps, Tightness::iconsOnly, Tightness::tight,
+                                 Tightness::narrow, Tightness::wordless}) {
         apply(each);
         if (freeWidth_ == 0 || row_->layout()->totalSizeHint().width() <= freeWidth_ - kBesideBar) {
             break;

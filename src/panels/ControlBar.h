@@ -56,7 +56,7 @@ protected:
 
 private:
     /// What a bar that is too wide for the screen gives up, one after the other.
-    enum class Tightness { roomy, noGaps, iconsOnly, tight };
+    enum class Tightness { roomy, noGaps, iconsOnly, tight, narrow, wordless };
 
     void watch();
     void build();

@@ -54,6 +54,7 @@ int heightOf(ButtonStyle style) {
 }
 
 constexpr int kGap = 8;
+constexpr int kNarrowWidth = 30;
 constexpr int kGlowBelow = 16;
 
 /// Fills at rest, under the pointer and pressed.
@@ -125,6 +126,14 @@ void Button::setSubdued(bool subdued) {
     update();
 }
 
+void Button::setNarrow(bool narrow) {
+    if (narrow_ != narrow) {
+        narrow_ = narrow;
+        updateGeometry();
+        update();
+    }
+}
+
 void Button::setHasMenu(bool hasMenu) {
     hasMenu_ = hasMenu;
     update();
@@ -145,7 +154,8 @@ QSize Button::sizeHint() const {
                 (symbol_.isEmpty() ? 0 : symbolSize_ + kGap);
     }
     const QMargins around = room();
-    return QSize(std::max(m.leastWidth, static_cast<int>(std::ceil(width))) + around.left() + around.right(),
+    const int leastWidth = narrow_ ? kNarrowWidth : m.leastWidth;
+    return QSize(std::max(leastWidth, static_cast<int>(std::ceil(width))) + around.left() + around.right(),
                  heightOf(style_) + around.top() + around.bottom());
 }
 

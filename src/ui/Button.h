@@ -32,6 +32,8 @@ public:
     void setSymbolSize(int size);
     /// Quieter icon, for what is used rarely; a small square has no fill at rest.
     void setSubdued(bool subdued);
+    /// A square with an icon gives up its room at the sides, where a bar has too little.
+    void setNarrow(bool narrow);
     /// The first choice among ghost buttons: lit outline and text.
     void setEmphasized(bool emphasized);
 
@@ -73,6 +75,7 @@ private:
     QString symbol_;
     int symbolSize_;
     bool subdued_ = false;
+    bool narrow_ = false;
     bool emphasized_ = false;
     bool hasMenu_ = false;
     bool showsFocus_ = false;

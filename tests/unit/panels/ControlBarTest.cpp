@@ -178,6 +178,22 @@ TEST_F(ControlBarTest, OnANarrowScreenItGivesUpGapsThenTheWordThenMargins) {
     EXPECT_EQ(discard->x(), restart->geometry().right() + 3);
 }
 
+TEST_F(ControlBarTest, OnTheNarrowestScreenItStillStaysWithinItWithTheZoomOn) {
+    prefs.mode = RecordMode::screenCam;
+    prefs.scriptText = QStringLiteral("Hola");
+    around = {true, false, false, false, false, false, true, BarSurroundings::Material::shown};
+    ControlBar bar(parts());
+    record();
+    button(bar, "Zoom: acercar donde está el mouse")->click();
+    bar.show(screen); // the test's screen is 800 wide
+    const QRect all = QGuiApplication::primaryScreen()->availableGeometry();
+    for (const char* name : {"Pausar", "Volver a la vista normal", "Material de la clase", "Terminar y guardar"}) {
+        const Button* const each = button(bar, name);
+        ASSERT_TRUE(each->isVisible()) << name;
+        EXPECT_TRUE(all.contains(QRect(each->mapToGlobal(QPoint()), each->size()))) << name << " in a bar of " << bar.width();
+    }
+}
+
 /// Counts how often widgets are painted.
 class PaintCounter final : public QObject {
 public:
