@@ -52,7 +52,6 @@ AlertDialog::AlertDialog(const Content& content, QWidget* parent) : DialogWindow
     addButtons(content, *column);
     const QMargins around = contentsMargins();
     setFixedWidth(Type::scaled(kWidth) + around.left() + around.right());
-    connect(this, &QDialog::rejected, this, [this] { choose(answerOnClose()); });
 }
 
 void AlertDialog::addText(const Content& content, QVBoxLayout& column) {
@@ -85,7 +84,10 @@ void AlertDialog::addButtons(const Content& content, QVBoxLayout& column) {
                                                                    : ButtonStyle::primary;
         auto* button = new Button(style, content.buttons[index]);
         button->setMinimumWidth(kLeastButton + 2 * Button::kRoom);
-        connect(button, &Button::clicked, this, [this, index] { choose(index); });
+        connect(button, &Button::clicked, this, [this, index] {
+            answer(index);
+            close();
+        });
         row->addWidget(button, 0, Qt::AlignTop);
         buttons_[static_cast<std::size_t>(index)] = button;
     }
@@ -105,11 +107,16 @@ void AlertDialog::showEvent(QShowEvent* event) {
     }
 }
 
-void AlertDialog::choose(int button) {
+/// Before the dialog closes: those who wait for the answer on a queue would not hear of it once it is being deleted.
+void AlertDialog::answer(int button) {
     if (!std::exchange(answered_, true)) {
         emit chosen(button);
-        close();
     }
+}
+
+void AlertDialog::reject() {
+    answer(answerOnClose());
+    DialogWindow::reject();
 }
 
 } // namespace velmo

@@ -46,6 +46,9 @@ public:
     /// What closing without a button means: the last one, which keeps the work.
     int answerOnClose() const { return static_cast<int>(buttons_.size()) - 1; }
 
+    /// Escape and the window manager's close.
+    void reject() override;
+
 signals:
     /// Index of the button.
     void chosen(int button);
@@ -56,7 +59,7 @@ protected:
 private:
     void addText(const Content& content, QVBoxLayout& column);
     void addButtons(const Content& content, QVBoxLayout& column);
-    void choose(int button);
+    void answer(int button);
 
     std::vector<Button*> buttons_;
     First first_;

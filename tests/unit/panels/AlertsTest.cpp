@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QTest>
+#include <QTimer>
 
 namespace velmo {
 namespace {
@@ -53,6 +56,18 @@ TEST(Alerts, ClosingAQuestionIsItsLastAnswer) {
     shownDialog()->close();
     QApplication::processEvents();
     EXPECT_EQ(answer, 1);
+}
+
+TEST(Alerts, EscapeIsItsLastAnswerAlsoWhereTheDialogGoesAtOnce) {
+    Alerts alerts;
+    int answer = -1;
+    auto asking = store(alerts, answer);
+    QEventLoop running; // dialogs that are closed are deleted only while one runs
+    QTimer::singleShot(0, &running, [] { QTest::keyClick(shownDialog(), Qt::Key_Escape); });
+    QObject::connect(shownDialog(), &QObject::destroyed, &running, &QEventLoop::quit, Qt::QueuedConnection);
+    running.exec();
+    EXPECT_EQ(answer, 1);
+    EXPECT_EQ(shownDialog(), nullptr);
 }
 
 TEST(Alerts, AMessageIsOverWhenItIsAccepted) {
