@@ -5,10 +5,10 @@
 #include "classkit/views/KitSetupSection.h"
 #include "panels/SetupPanel.h"
 #include "panels/setup/ProfilesMenu.h"
-#include "panels/setup/SaveProfileDialog.h"
 #include "settings/SettingsProfiles.h"
 #include "support/FakeMicrophoneLevel.h"
 #include "ui/ColorWell.h"
+#include "ui/NameDialog.h"
 #include "ui/Picker.h"
 #include "ui/PopupMenu.h"
 #include "ui/TextArea.h"
@@ -209,10 +209,14 @@ private:
         profiles_.apply(QStringLiteral("Curso en video"));
         open();
         save(QStringLiteral("profiles"), *panel);
+        for (QAction* action : QApplication::activePopupWidget()->actions()) {
+            if (action->text().startsWith(QStringLiteral("Guardar"))) {
+                action->trigger();
+            }
+        }
         QApplication::activePopupWidget()->close();
-        auto* dialog = new SaveProfileDialog(panel.get());
-        dialog->present();
         Easel::wait(50);
+        auto* dialog = panel->findChild<NameDialog*>();
         easel_.save(QStringLiteral("setup-save-profile"),
                     [dialog] { return dialog->card().translated(dialog->pos()); });
         dialog->close();

@@ -6,9 +6,9 @@
 #include "library/views/LibraryHead.h"
 #include "library/views/RecordingGrid.h"
 #include "library/views/RecordingModel.h"
-#include "library/views/RenameDialog.h"
 #include "platform/PlatformWords.h"
 #include "ui/AlertDialog.h"
+#include "ui/NameDialog.h"
 #include "ui/PopupMenu.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
@@ -35,6 +35,7 @@ constexpr int kHeadTop = 28;
 // The cells of the grid hold half a gap around each card; the scroll bar stands in the padding.
 constexpr QMargins kGridMargins(kPagePadding - 10, 6, kPagePadding - 10 - 13, 0);
 
+constexpr int kMostName = 255; // of a file
 const QString kPlaceKey = QStringLiteral("NSWindow Frame VelmoStudioLibrary");
 
 QString menuBarSheet() {
@@ -198,8 +199,9 @@ void LibraryWindow::play(const Recording& recording) {
 }
 
 void LibraryWindow::rename(Recording recording) {
-    auto* dialog = new RenameDialog(recording.title(), this);
-    connect(dialog, &RenameDialog::saved, this, [this, recording](const QString& title) {
+    auto* dialog = new NameDialog(
+        {.title = QStringLiteral("Renombrar grabación"), .name = recording.title(), .mostText = kMostName}, this);
+    connect(dialog, &NameDialog::saved, this, [this, recording](const QString& title) {
         if (const auto renamed = library_.rename(recording, title)) {
             library_.setFocus(renamed.value());
         } else {

@@ -1,8 +1,8 @@
 #include "panels/setup/ProfilesMenu.h"
 
-#include "panels/setup/SaveProfileDialog.h"
 #include "settings/SettingsProfiles.h"
 #include "ui/FocusRing.h"
+#include "ui/NameDialog.h"
 #include "ui/Painting.h"
 #include "ui/PopupMenu.h"
 #include "ui/Symbol.h"
@@ -21,6 +21,7 @@ namespace velmo {
 namespace {
 
 constexpr int kMostTitle = 260; // points
+constexpr int kMostName = 80;
 constexpr int kHeight = 42;
 constexpr int kPadding = 12;
 constexpr int kIcon = 16;
@@ -130,8 +131,13 @@ void ProfilesMenu::open() {
 }
 
 void ProfilesMenu::askForName() {
-    auto* dialog = new SaveProfileDialog(window()); // goes by itself
-    connect(dialog, &SaveProfileDialog::saved, this, [this](const QString& name) { profiles_.save(name); });
+    auto* dialog = new NameDialog(
+        {.title = QStringLiteral("Guardar configuración"),
+         .explanation = QStringLiteral("Guarda todo el panel: modo, cámaras, burbuja, video, zoom y cámara completa."),
+         .placeholder = QStringLiteral("Nombre (por ejemplo, Curso en video)"),
+         .mostText = kMostName},
+        window()); // goes by itself
+    connect(dialog, &NameDialog::saved, this, [this](const QString& name) { profiles_.save(name); });
     dialog->present();
 }
 

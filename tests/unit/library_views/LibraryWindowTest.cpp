@@ -4,11 +4,11 @@
 #include "library/views/LibraryHead.h"
 #include "library/views/RecordingGrid.h"
 #include "library/views/RecordingModel.h"
-#include "library/views/RenameDialog.h"
 #include "support/LibraryFixture.h"
 #include "support/MemoryDefaultsStore.h"
 #include "ui/AlertDialog.h"
 #include "ui/Button.h"
+#include "ui/NameDialog.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -156,7 +156,7 @@ TEST_F(LibraryWindowTest, F2RenamesAndTheRecordingStaysSelected) {
     openWindow({"a.mp4", "b.mp4"});
     grid().select(rowOf("a.mp4"));
     press(Qt::Key_F2);
-    auto* rename = dialog<RenameDialog>();
+    auto* rename = dialog<NameDialog>();
     ASSERT_NE(rename, nullptr);
     EXPECT_TRUE(textsOf(*rename).contains(QStringLiteral("Renombrar grabación")));
     auto* name = rename->findChild<QLineEdit*>();
@@ -172,7 +172,7 @@ TEST_F(LibraryWindowTest, ATakenNameIsSaidInTheGivenWords) {
     openWindow({"a.mp4", "b.mp4"});
     grid().select(rowOf("a.mp4"));
     press(Qt::Key_F2);
-    auto* rename = dialog<RenameDialog>();
+    auto* rename = dialog<NameDialog>();
     rename->findChild<QLineEdit*>()->setText(QStringLiteral("b"));
     click(*rename, "Guardar");
     settleEvents();
@@ -188,8 +188,8 @@ TEST_F(LibraryWindowTest, CancellingARenameChangesNothing) {
     openWindow({"a.mp4"});
     grid().select(0);
     press(Qt::Key_F2);
-    dialog<RenameDialog>()->findChild<QLineEdit*>()->setText(QStringLiteral("b"));
-    click(*dialog<RenameDialog>(), "Cancelar");
+    dialog<NameDialog>()->findChild<QLineEdit*>()->setText(QStringLiteral("b"));
+    click(*dialog<NameDialog>(), "Cancelar");
     settleEvents();
     EXPECT_THAT(names(), ElementsAre("a.mp4"));
 }

@@ -1,6 +1,5 @@
 #include "SetupFixture.h"
 #include "panels/setup/ProfilesMenu.h"
-#include "panels/setup/SaveProfileDialog.h"
 #include "panels/setup/ScriptSection.h"
 #include "ui/Button.h"
 #include "ui/Chip.h"
@@ -224,25 +223,6 @@ TEST_F(SetupSectionsTest, AProfileIsAppliedMarkedAndRemovedByItsEntry) {
     menu.reset(profilesMenu->makeMenu());
     menu->actions().back()->menu()->actions().front()->trigger();
     EXPECT_EQ(profiles.names(), QStringList{"Curso"});
-}
-
-TEST_F(SetupSectionsTest, AProfilesNameIsPlainAndNotOfBlanksAlone) {
-    SaveProfileDialog dialog;
-    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
-    QStringList saved;
-    QObject::connect(&dialog, &SaveProfileDialog::saved, &dialog, [&saved](const QString& name) { saved += name; });
-    dialog.show();
-    auto* field = dialog.findChild<TextField*>();
-    auto* save = named<Button>(dialog, "Guardar");
-    EXPECT_FALSE(save->isEnabled());
-    QTest::keyClicks(field, QStringLiteral("   "));
-    EXPECT_FALSE(save->isEnabled());
-    QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_TRUE(saved.isEmpty());
-    QTest::keyClicks(field, QStringLiteral("Curso"));
-    QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(saved, QStringList{"   Curso"});
-    EXPECT_FALSE(dialog.isVisible());
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 #include "ui/AlertDialog.h"
 #include "ui/Button.h"
 #include "ui/LevelMeter.h"
+#include "ui/NameDialog.h"
 #include "ui/Picker.h"
 #include "ui/Shadow.h"
 #include "ui/SwitchRow.h"
+#include "ui/TextField.h"
 #include "ui/Theme.h"
 #include "ui/Type.h"
 
@@ -14,6 +16,8 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <algorithm>
 
 namespace velmo {
 namespace {
@@ -29,6 +33,35 @@ TEST(LevelMeter, LightsSegmentsInProportionAndTheirColoursTellHowLoud) {
     EXPECT_EQ(LevelMeter::colorOf(9), Theme::skyBright);
     EXPECT_EQ(LevelMeter::colorOf(16), Theme::gold);
     EXPECT_EQ(LevelMeter::colorOf(19), Theme::rec);
+}
+
+TEST(NameDialog, TakesANameThatIsNotOfBlanksAlone) {
+    NameDialog dialog({.title = QStringLiteral("Guardar"), .mostText = 10});
+    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+    const QSignalSpy saved(&dialog, &NameDialog::saved);
+    dialog.show();
+    auto* field = dialog.findChild<TextField*>();
+    const auto buttons = dialog.findChildren<Button*>();
+    const auto save =
+        std::find_if(buttons.begin(), buttons.end(), [](Button* each) { return each->text() == "Guardar"; });
+    ASSERT_NE(save, buttons.end());
+    EXPECT_FALSE((*save)->isEnabled());
+    QTest::keyClicks(field, QStringLiteral("   "));
+    EXPECT_FALSE((*save)->isEnabled());
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_TRUE(saved.isEmpty());
+    EXPECT_TRUE(dialog.isVisible());
+    QTest::keyClicks(field, QStringLiteral("Curso en video"));
+    QTest::keyClick(field, Qt::Key_Return);
+    ASSERT_EQ(saved.size(), 1);
+    EXPECT_EQ(saved.front().front(), QStringLiteral("   Curso e"));
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST(NameDialog, BeginsWithTheNameThatIsThereAllOfItSelected) {
+    NameDialog dialog({.title = QStringLiteral("Renombrar"), .name = QStringLiteral("Clase"), .mostText = 255});
+    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+    EXPECT_EQ(dialog.findChild<TextField*>()->selectedText(), QStringLiteral("Clase"));
 }
 
 TEST(LevelMeter, RisesAtOnceAndFallsStepByStep) {
