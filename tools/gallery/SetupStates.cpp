@@ -209,12 +209,13 @@ private:
         profiles_.apply(QStringLiteral("Curso en video"));
         open();
         save(QStringLiteral("profiles"), *panel);
-        for (QAction* action : QApplication::activePopupWidget()->actions()) {
+        QWidget* const menu = QApplication::activePopupWidget();
+        menu->close(); // it is deleted later
+        for (QAction* action : menu->actions()) {
             if (action->text().startsWith(QStringLiteral("Guardar"))) {
                 action->trigger();
             }
         }
-        QApplication::activePopupWidget()->close();
         Easel::wait(50);
         auto* dialog = panel->findChild<NameDialog*>();
         easel_.save(QStringLiteral("setup-save-profile"),
