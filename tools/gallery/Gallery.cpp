@@ -1,4 +1,5 @@
-// velmo-gallery FOLDER [PART]: shows each surface in each of its states on the display and saves a picture of each.
+// velmo-gallery FOLDER [bubbles] [TEXT]: shows each surface in each of its states on the display and saves a picture of each.
+// TEXT is the size of the desktop's text, 1 to 2.
 
 #include "BubbleStates.h"
 #include "Easel.h"
@@ -22,6 +23,7 @@
 #include "ui/ScreenPlace.h"
 #include "ui/Symbol.h"
 #include "ui/Theme.h"
+#include "ui/Type.h"
 #include "unit/classkit/KitWorld.h"
 #include "unit/session/World.h"
 
@@ -36,6 +38,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <string>
 
@@ -402,14 +405,21 @@ int main(int count, char** arguments) {
     QApplication::setQuitOnLastWindowClosed(false);
     velmo::Look::apply(application);
     if (count < 2) {
-        std::fprintf(stderr, "usage: velmo-gallery FOLDER [bubbles]\n");
+        std::fprintf(stderr, "usage: velmo-gallery FOLDER [bubbles] [TEXT]\n");
         return 2;
+    }
+    bool bubblesOnly = false;
+    for (int i = 2; i < count; ++i) {
+        bubblesOnly |= std::string(arguments[i]) == "bubbles";
+        if (const double text = std::atof(arguments[i]); text > 0) {
+            velmo::Type::setScale(text);
+            QApplication::setFont(velmo::Type::font(velmo::TextStyle::body));
+        }
     }
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
     folder.mkpath(QStringLiteral("."));
     const velmo::Backdrop backdrop;
     const velmo::Easel easel(folder);
-    const bool bubblesOnly = count > 2 && std::string(arguments[2]) == "bubbles";
     if (!bubblesOnly) {
         velmo::SetupStates::showAll(easel);
         velmo::WelcomeStates::showAll(easel);

@@ -27,7 +27,6 @@ namespace {
 constexpr int kAbove = 4;
 constexpr int kHead = 34;
 constexpr int kFoot = 26;
-constexpr int kAroundRows = kAbove + kHead + kFoot;
 constexpr int kMostHeight = 460;
 constexpr int kFromEdge = 20; // of the screen
 constexpr int kSide = 20;
@@ -45,13 +44,17 @@ protected:
     }
 };
 
+int aroundRows() {
+    return kAbove + Type::heightFor(kHead) + Type::heightFor(kFoot);
+}
+
 QWidget* makeFoot() {
     QLabel* foot =
         makeLabel(QStringLiteral("Al abrir, queda como capítulo del video."), TextStyle::caption, Theme::muted);
     QFont font = foot->font();
     font.setPixelSize(Type::scaled(kFootText));
     foot->setFont(font);
-    foot->setFixedHeight(kFoot);
+    foot->setFixedHeight(Type::heightFor(kFoot));
     foot->setContentsMargins(kSide, 0, kSide, 6);
     return foot;
 }
@@ -81,7 +84,7 @@ KitPanel::~KitPanel() = default;
 
 QWidget* KitPanel::makeHead() {
     auto* head = new QWidget;
-    head->setFixedHeight(kHead);
+    head->setFixedHeight(Type::heightFor(kHead));
     auto* row = new QHBoxLayout(head);
     row->setContentsMargins(kSide - 2, 0, 11, 0);
     row->setSpacing(10);
@@ -125,7 +128,7 @@ void KitPanel::fillRows() {
 
 int KitPanel::heightFor(std::size_t items) {
     const std::size_t rows = std::min<std::size_t>(items, kMostHeight); // no overflow
-    return std::min(KitRow::kHeight * static_cast<int>(rows) + kAroundRows, kMostHeight);
+    return std::min(KitRow::rowHeight() * static_cast<int>(rows) + aroundRows(), kMostHeight);
 }
 
 std::optional<Screen> KitPanel::screen() const {
@@ -142,7 +145,7 @@ void KitPanel::place() {
         target ? ScreenPlace::visibleFrame(*target) : QGuiApplication::primaryScreen()->availableGeometry();
     const int width = Type::scaled(kWidth);
     const int height = heightFor(kit_.items().size());
-    scroll_->setMostHeight(height - kAroundRows);
+    scroll_->setMostHeight(height - aroundRows());
     QPoint corner(free.x() + free.width() - width - kFromEdge, free.y() + (free.height() - height) / 2);
     if (visible_ && cardGeometry().intersects(free)) {
         corner = cardGeometry().topLeft();

@@ -17,7 +17,8 @@ namespace velmo {
 namespace {
 
 constexpr int kInset = 8;
-constexpr int kBoxHeight = 36;
+constexpr int kHeight = 38;
+constexpr int kBetweenBoxes = 2;
 constexpr int kRadius = 9;
 constexpr int kIcon = 16;
 constexpr int kIconX = 18;
@@ -37,8 +38,12 @@ KitRow::KitRow(QString symbol, const QString& title, QWidget* parent)
     setFont(Type::font(TextStyle::body));
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::NoFocus);
-    setFixedHeight(kHeight);
+    setFixedHeight(rowHeight());
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+int KitRow::rowHeight() {
+    return Type::heightFor(kHeight);
 }
 
 int KitRow::textRoom() const {
@@ -67,7 +72,7 @@ void KitRow::leaveEvent(QEvent* event) {
 void KitRow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF box(kInset, (kHeight - kBoxHeight) / 2.0, width() - 2 * kInset, kBoxHeight);
+    const QRectF box(kInset, kBetweenBoxes / 2.0, width() - 2 * kInset, height() - kBetweenBoxes);
     const QColor hovered = Theme::withOpacity(Theme::surface2, Theme::surface2.alphaF() * hover_.value());
     const QColor fill = isDown() ? Theme::over(Theme::surface2, Theme::surface2) : hovered;
     Painting::roundedBox(painter, box, kRadius, fill, Qt::transparent);

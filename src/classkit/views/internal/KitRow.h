@@ -10,11 +10,12 @@ namespace velmo {
 class KitRow final : public QAbstractButton {
     Q_OBJECT
 public:
-    static constexpr int kHeight = 38;
+    /// Of every row: 38, more where the desktop's text is large.
+    static int rowHeight();
 
     KitRow(QString symbol, const QString& title, QWidget* parent = nullptr);
 
-    QSize sizeHint() const override { return {0, kHeight}; }
+    QSize sizeHint() const override { return {0, rowHeight()}; }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
