@@ -35,6 +35,13 @@ class Kill:
         press("ctrl+m")
         self.marks.append(now_ms())
 
+    def record_with_a_mark(self, least=0.5, most=1):
+        """Begins and records so many seconds, a marker and a little more."""
+        self.begin()
+        self.pause(least, most)
+        self.mark()
+        self.pause(0.3, 0.5)
+
     def stop(self):
         self.content_end = now_ms()
         press("ctrl+g")
@@ -64,20 +71,14 @@ def while_recording(kill):
 
 
 def while_paused(kill):
-    kill.begin()
-    kill.pause(0.3, 1.5)
-    kill.mark()
-    kill.pause(0.2, 0.5)
+    kill.record_with_a_mark(0.3, 1.5)
     kill.content_end = now_ms()
     press("ctrl+p")
     kill.pause(0, 1.5)
 
 
 def while_stopping(kill):
-    kill.begin()
-    kill.pause(0.5, 2)
-    kill.mark()
-    kill.pause(0.3, 0.5)
+    kill.record_with_a_mark(0.5, 2)
     kill.subject.orders.give(SLOW, milliseconds=25, part="Grabaci")  # a slow disk, so that each step can be hit
     kill.stop()
     kill.pause(0, 0.8)
@@ -85,10 +86,7 @@ def while_stopping(kill):
 
 def while_mixing(kill):
     kill.subject.orders.give(SLOW, milliseconds=150, part=".mezcla-")
-    kill.begin()
-    kill.pause(1, 2)
-    kill.mark()
-    kill.pause(0.3, 0.5)
+    kill.record_with_a_mark(1, 2)
     kill.stop()
     wait_until("mixing", lambda: hidden(kill.subject, ".mezcla-"))
     kill.pause(0, 0.6)
@@ -96,20 +94,14 @@ def while_mixing(kill):
 
 def while_writing_the_class_folder(kill):
     kill.subject.orders.give(SLOW, milliseconds=60, part=".velmo-parte")
-    kill.begin()
-    kill.pause(0.5, 1)
-    kill.mark()
-    kill.pause(0.3, 0.5)
+    kill.record_with_a_mark()
     kill.stop()
     wait_until("the class folder", lambda: hidden(kill.subject, ".velmo-parte"))
     kill.pause(0, 0.6)
 
 
 def while_renaming(kill):
-    kill.begin()
-    kill.pause(0.5, 1)
-    kill.mark()
-    kill.pause(0.3, 0.5)
+    kill.record_with_a_mark()
     kill.stop()
     kill.subject.wait_saved(kill.video)
     time.sleep(0.5)  # the window has the keys
@@ -125,10 +117,7 @@ def while_renaming(kill):
 
 def while_recovering(kill):
     """Twice at chance moments, before the one that counts."""
-    kill.begin()
-    kill.pause(0.5, 1)
-    kill.mark()
-    kill.pause(0.4, 0.6)
+    kill.record_with_a_mark()
     kill.die()
     for _ in range(kill.chance.randint(1, 2)):
         kill.subject.orders.give(SLOW, milliseconds=20)
