@@ -111,9 +111,11 @@ void RecordingRescue::beginToLeave() {
     }
 }
 
+/// One recording is in the library, or thrown away. The next may have begun while its folder was still being written.
 void RecordingRescue::settle() {
-    pending_ = false;
-    if (leaving_) {
+    using State = RecorderController::State;
+    pending_ = recorder_ != nullptr && (recorder_->isActive() || recorder_->state() == State::saving);
+    if (leaving_ && !pending_) {
         for (const auto& left : std::exchange(left_, {})) {
             left();
         }

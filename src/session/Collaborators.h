@@ -103,8 +103,9 @@ public:
     /// The user has put the bubble away.
     virtual bool userHidden() const = 0;
     virtual void toggleUserVisibility() = 0;
-    /// A bubble that is covered lives on, unseen, and is in no frame.
-    virtual void setCoveredByPresenter(bool covered) = 0;
+    /// While the camera stands in the column. A bubble that is covered, by the column or by the presenter's stage,
+    /// lives on, unseen, and is in no frame.
+    virtual void setCoveredByColumn(bool covered) = 0;
     virtual std::optional<WindowId> windowID() const = 0;
     /// As it stands on the screen now; absent while hidden.
     virtual std::optional<BubbleInfo> captureInfo() const = 0;

@@ -68,7 +68,7 @@ void RecorderController::previewChanged() {
 }
 
 void RecorderController::start() {
-    schedule([this] { runStart(); });
+    schedule([this] { runStart(StartAfter::nothing); });
 }
 
 void RecorderController::toggleFromHotkey() {
@@ -124,7 +124,7 @@ RecorderController::Task RecorderController::runRestart() {
     if (life.expired() || !agreed) {
         co_return;
     }
-    discard(true, [this] { start(); });
+    discard(true, [this] { schedule([this] { runStart(StartAfter::restart); }); });
 }
 
 /// Nothing is recorded while the question stands. The hot keys work meanwhile: a session that they paused, resumed or

@@ -170,7 +170,8 @@ private:
     void hidePreviews();
 
     // SessionStart.cpp
-    Task runStart();
+    enum class StartAfter { nothing, restart };
+    Task runStart(StartAfter after);
     QCoro::Task<bool> agreedToStart();
     QCoro::Task<bool> checkedSources(RecordMode mode);
     QCoro::Task<Result<ShareableContent>> queryContent();
@@ -179,6 +180,7 @@ private:
     QCoro::Task<Result<CapturePlan>> planFromWindows(Screen screen, RecordMode mode);
     void keepPreviewsOn(const Screen& screen, RecordMode mode);
     QCoro::Task<Result<void>> beginCapture(Screen screen, RecordMode mode);
+    void captureEnded(const std::optional<Error>& error);
     Task addOverlays();
     std::unique_ptr<CaptureRecorder> makeRecorder();
     CaptureRecorder::Request captureRequest(const CapturePlan& plan, RecordMode mode);
@@ -276,7 +278,8 @@ private:
     std::unique_ptr<MainTimer> ticker_;
     std::unique_ptr<MainTimer> diskTimer_;
     DiskGuard diskGuard_;
-    std::optional<QString> endedBy_; ///< what the disk did, when that ends the recording
+    std::optional<QString> endedBy_; ///< what ends the recording, when not the user
+    bool endedEarly_ = false;        ///< the capture, while the session was still preparing
     std::optional<Screen> recordingScreen_;
     std::map<int, CaptureWindow> overlayWindows_;
     std::map<int, Size> overlaySizes_;

@@ -93,7 +93,7 @@ void RecorderController::leaveColumn() {
     if (recorder_) {
         recorder_->zoom().setColumn(false, kColumnLeft);
     }
-    tell(surfaces_.bubble, &BubblePort::setCoveredByPresenter, false);
+    tell(surfaces_.bubble, &BubblePort::setCoveredByColumn, false);
     services_.timers.after(kColumnSlidesOutSeconds, [this, life = Life(life_)] {
         if (!life.expired() && scene_ != Scene::column) {
             tell(surfaces_.camera, &CameraPort::stopFrames);
@@ -122,7 +122,7 @@ void RecorderController::enterColumn() {
         return;
     }
     tell(surfaces_.camera, &CameraPort::startFrames, services_.prefs.mirror.value(), recorder_->cameraFrames());
-    tell(surfaces_.bubble, &BubblePort::setCoveredByPresenter, true);
+    tell(surfaces_.bubble, &BubblePort::setCoveredByColumn, true);
     recorder_->zoom().setNameTag(NameTag::current(services_.prefs));
     recorder_->zoom().setColumn(true, kColumnLeft);
 }

@@ -15,7 +15,6 @@ constexpr double kLowFlashSeconds = 8;
 
 void RecorderController::startDiskWatch() {
     diskGuard_ = {};
-    endedBy_.reset();
     diskTimer_ = services_.timers.repeat(kLookSeconds, [this] {
         schedule([this] {
             if (isActive()) {

@@ -3,8 +3,6 @@
 #include "media/AssetWriter.h"
 #include "platform/ScreenCapture.h"
 
-#include <QString>
-
 #include <algorithm>
 #include <array>
 
@@ -20,8 +18,9 @@ bool isPermissionError(const Error& error) {
                        [&](const char* word) { return text.contains(QLatin1String(word)); });
 }
 
-bool isDiskError(const Error& error) {
-    return error.domain == kMediaErrorDomain && error.code < kFirstMediaError;
+std::optional<QString> reasonOfEnd(const Error& error) {
+    const bool isOurs = error.domain == kMediaErrorDomain || error.domain == kStreamErrorDomain;
+    return isOurs && !error.text.empty() ? std::optional(QString::fromStdString(error.text)) : std::nullopt;
 }
 
 Error unansweredError() {

@@ -30,7 +30,7 @@ struct RecorderController::Saved {
     std::vector<Chapter> chapters;
     std::vector<double> markers;
     double duration = 0;
-    std::optional<QString> endedBy; ///< what of the disk, when not the user
+    std::optional<QString> endedBy; ///< what, when not the user
 };
 
 void RecorderController::stop() {
@@ -167,6 +167,7 @@ void RecorderController::resetEffects() {
     publish(presenterOn_, false, &RecorderController::presenterOnChanged);
     if (scene_ == Scene::column) {
         tell(surfaces_.camera, &CameraPort::stopFrames);
+        tell(surfaces_.bubble, &BubblePort::setCoveredByColumn, false);
         if (recorder_) {
             recorder_->zoom().setColumn(false, true);
             recorder_->zoom().setCameraFrame({});

@@ -45,7 +45,7 @@ RecorderController::Task RecorderController::refreshPreview() {
     if (wantsMicrophone && !life.expired()) {
         co_await services_.permissions.request(Media::audio);
     }
-    if (life.expired()) {
+    if (life.expired() || !wanted()) { // a question may stand for long
         co_return;
     }
     const std::optional<std::string> camera = wantsCamera ? cameraFor(prefs.cameraID) : std::nullopt;
@@ -61,7 +61,10 @@ RecorderController::Task RecorderController::refreshPreview() {
     tell(surfaces_.bubble, camera ? &BubblePort::show : &BubblePort::hide);
     const bool wantsSecond =
         prefs.mode == RecordMode::screenCam && prefs.secondCameraID.value() != prefs.cameraID.value();
-    const std::optional<std::string> second = wantsSecond ? cameraFor(prefs.secondCameraID) : std::nullopt;
+    std::optional<std::string> second = wantsSecond ? cameraFor(prefs.secondCameraID) : std::nullopt;
+    if (second == camera) { // one has stood in for the other, and a device has one reader
+        second.reset();
+    }
     if (surfaces_.secondCamera != nullptr) {
         co_await surfaces_.secondCamera->configure(second);
         if (life.expired() || !wanted()) {

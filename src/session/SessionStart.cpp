@@ -29,10 +29,17 @@ QString truth(bool value) {
 
 } // namespace
 
-RecorderController::Task RecorderController::runStart() {
+RecorderController::Task RecorderController::runStart(StartAfter after) {
     const Life life = life_;
     const bool agreed = co_await agreedToStart();
-    if (life.expired() || !agreed) {
+    if (life.expired()) {
+        co_return;
+    }
+    if (!agreed) {
+        if (after == StartAfter::restart && state_ == State::idle) { // the previews were kept for it
+            hidePreviews();
+            tell(surfaces_.libraryWindow, &LibraryWindowPort::show, std::nullopt);
+        }
         co_return;
     }
     setState(State::preparing);
@@ -67,6 +74,9 @@ RecorderController::Task RecorderController::runStart() {
     }
     startLive(screen, mode);
     startClock();
+    if (endedEarly_) {
+        stop();
+    }
 }
 
 /// Everything that has to be on screen before the windows are listed.
@@ -257,6 +267,8 @@ CaptureRecorder::Request RecorderController::captureRequest(const CapturePlan& p
 std::unique_ptr<CaptureRecorder> RecorderController::makeRecorder() {
     std::unique_ptr<CaptureRecorder> recorder = services_.recorders.makeRecorder();
     const unsigned capture = ++captures_;
+    endedBy_.reset();
+    endedEarly_ = false;
     recorder->setOnStop([this, life = Life(life_), capture](const std::optional<Error>& error) {
         QCoreApplication* const application = QCoreApplication::instance();
         if (application == nullptr) {
@@ -265,16 +277,26 @@ std::unique_ptr<CaptureRecorder> RecorderController::makeRecorder() {
         QMetaObject::invokeMethod(
             application,
             [this, life, capture, error] {
-                if (!life.expired() && capture == captures_ && isActive()) {
-                    if (error && isDiskError(*error)) {
-                        endedBy_ = QString::fromStdString(error->text);
-                    }
-                    stop();
+                if (!life.expired() && capture == captures_) {
+                    captureEnded(error);
                 }
             },
             Qt::QueuedConnection);
     });
     return recorder;
+}
+
+/// What ends while the session still begins is stopped, and so saved, as soon as it has begun.
+void RecorderController::captureEnded(const std::optional<Error>& error) {
+    if (state_ != State::preparing && !isActive()) {
+        return;
+    }
+    endedBy_ = error ? reasonOfEnd(*error) : std::nullopt;
+    if (state_ == State::preparing) {
+        endedEarly_ = true;
+    } else {
+        stop();
+    }
 }
 
 RecorderController::Task RecorderController::addOverlays() {

@@ -134,7 +134,7 @@ void BubbleController::exitCameraOnly() {
 }
 
 std::optional<BubbleInfo> BubbleController::captureInfo() const {
-    return covered_ ? std::nullopt : captureInfoIgnoringCover();
+    return isCovered() ? std::nullopt : captureInfoIgnoringCover();
 }
 
 std::optional<BubbleInfo> BubbleController::captureInfoIgnoringCover() const {
@@ -149,12 +149,25 @@ std::optional<BubbleInfo> BubbleController::captureInfoIgnoringCover() const {
     return info;
 }
 
+void BubbleController::reconnect() {
+    savedFrame_ ? bubble_.view().reconnect() : bubble_.reconnect();
+}
+
 void BubbleController::setCoveredByPresenter(bool covered) {
-    covered_ = covered;
-    if (covered) {
+    underPresenter_ = covered;
+    cover();
+}
+
+void BubbleController::setCoveredByColumn(bool covered) {
+    underColumn_ = covered;
+    cover();
+}
+
+void BubbleController::cover() {
+    if (isCovered()) {
         hideControls(When::now);
     }
-    bubble_.view().setConcealed(covered);
+    bubble_.view().setConcealed(isCovered());
 }
 
 void BubbleController::chooseSize(BubbleSize size) {
@@ -214,7 +227,7 @@ void BubbleController::makeControls() {
 void BubbleController::showControls() {
     hideWork_.reset();
     makeControls();
-    if (!bubble_.isVisible() || covered_) {
+    if (!bubble_.isVisible() || isCovered()) {
         return;
     }
     controlsModel_.setAccent(colorOf(bubble_.view().look().accent()));

@@ -51,11 +51,12 @@ public:
     CameraPreview& lendPreview() override { return bubble_.view().lendPreview(); }
     void takeBackPreview() override { bubble_.view().takeBackPreview(); }
     void setCoveredByPresenter(bool covered) override;
+    void setCoveredByColumn(bool covered) override;
 
     /// Loudness of the microphone, 0 to 1.
     void setLevel(double level) { bubble_.view().setLevel(level); }
     /// The displays have changed.
-    void reconnect() { bubble_.view().reconnect(); }
+    void reconnect();
 
     std::unique_ptr<QMenu> makeMenu();
     BubbleView& view() { return bubble_.view(); }
@@ -69,6 +70,8 @@ signals:
 private:
     enum class When { now, soon };
 
+    bool isCovered() const { return underPresenter_ || underColumn_; }
+    void cover();
     void setUserHidden(bool hidden);
     void putAway();
     void chooseSize(BubbleSize size);
@@ -88,7 +91,8 @@ private:
     bool overControls_ = false;
     std::shared_ptr<int> hideWork_;  ///< the delayed hide that has not been taken back
     std::optional<Rect> savedFrame_; ///< set exactly while camera-only
-    bool covered_ = false;
+    bool underPresenter_ = false;    // each of the two covers it by itself: quick keys let them overlap
+    bool underColumn_ = false;
     bool userHidden_ = false;
 };
 

@@ -259,10 +259,15 @@ void BubbleView::resizeEvent(QResizeEvent* event) {
     placeName();
     FloatingPanel::resizeEvent(event);
     repaintAll();
+    tellMove(); // one that grows from its upper left corner is not moved
 }
 
 void BubbleView::moveEvent(QMoveEvent* event) {
     FloatingPanel::moveEvent(event);
+    tellMove();
+}
+
+void BubbleView::tellMove() {
     if (onMove) {
         onMove();
     }

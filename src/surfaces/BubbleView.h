@@ -71,7 +71,7 @@ public:
     std::function<void()> onGrab;    ///< a drag may begin; called before it does
     std::function<void()> onDrag;    ///< the user has moved the panel
     std::function<void()> onRelease; ///< a drag may have ended
-    std::function<void()> onMove;    ///< the panel stands elsewhere, whoever moved it
+    std::function<void()> onMove;    ///< the panel stands elsewhere or is larger, whoever did that
 
 protected:
     QRegion mouseRegion() const override;
@@ -97,6 +97,7 @@ private:
     void layOut();
     void placeName();
     void tellHover(bool inside);
+    void tellMove();
     void showPicture();
     void repaintAll();
     void repaintRing();

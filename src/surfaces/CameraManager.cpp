@@ -31,9 +31,10 @@ void CameraManager::setShared(CameraManager* manager) {
 }
 
 CameraManager::CameraManager(Services services)
-    : inputs_(services.inputs), clock_(services.clock), lastLevel_(std::numeric_limits<double>::lowest()),
-      tap_(std::make_unique<internal::FrameTap>()), audioQueue_(services.makeQueue("velmo.camera.audio")),
-      frameQueue_(services.makeQueue("velmo.camera.cuadros")), queue_(services.makeQueue("velmo.camera")) {
+    : inputs_(services.inputs), clock_(services.clock), timers_(services.timers),
+      lastLevel_(std::numeric_limits<double>::lowest()), tap_(std::make_unique<internal::FrameTap>()),
+      audioQueue_(services.makeQueue("velmo.camera.audio")), frameQueue_(services.makeQueue("velmo.camera.cuadros")),
+      queue_(services.makeQueue("velmo.camera")) {
     session_ = std::make_unique<internal::CameraSession>(internal::CameraSession::Parts{
         services.cameras, clock_, *queue_, *frameQueue_, feed_,
         [this](const FrameRef& picture) { tap_->pass(picture); }, [this] { publishVideo(turnOnQueue_, true); }});
@@ -61,18 +62,14 @@ QCoro::Task<void> CameraManager::configure(std::optional<std::string> camera, st
     if (self.isNull() || turn != turn_) {
         co_return;
     }
-    listens_ = listens;
+    setListens(listens);
     setHasVideo(hasVideo);
-    if (!listens) {
-        setLevel(0);
-    }
 }
 
 void CameraManager::stop() {
     ++turn_;
-    listens_ = false;
+    setListens(false);
     setHasVideo(false);
-    setLevel(0);
     queue_->async([this, turn = turn_] { setDevices(turn, std::nullopt, std::nullopt); });
 }
 
@@ -111,7 +108,28 @@ void CameraManager::hear(const Sample& sample) {
     lastLevel_ = now;
     const double level = sample.audio ? soundLevel(sample.audio->floats()) : 0;
     QMetaObject::invokeMethod(
-        this, [this, level] { setLevel(listens_ ? level : 0); }, Qt::QueuedConnection);
+        this,
+        [this, level] {
+            heard_ = true;
+            setLevel(listens_ ? level : 0);
+        },
+        Qt::QueuedConnection);
+}
+
+void CameraManager::setListens(bool listens) {
+    if (std::exchange(listens_, listens) == listens) {
+        return;
+    }
+    silenceLook_.reset();
+    if (!listens) {
+        setLevel(0);
+        return;
+    }
+    silenceLook_ = timers_.repeat(kSilence, [this] {
+        if (!std::exchange(heard_, false)) {
+            setLevel(0);
+        }
+    });
 }
 
 void CameraManager::startFrames(bool mirrored, std::function<void(FrameRef)> onFrame) {

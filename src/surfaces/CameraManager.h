@@ -4,6 +4,7 @@
 #include "platform/AudioInput.h"
 #include "platform/CameraCapture.h"
 #include "session/Collaborators.h"
+#include "session/MainTimers.h"
 #include "session/MicrophoneLevel.h"
 #include "surfaces/CameraFeed.h"
 
@@ -35,6 +36,7 @@ public:
         CameraService& cameras;
         AudioInputService& inputs;
         const Clock& clock;
+        MainTimers& timers;
         MakeQueue makeQueue = &makeThreadQueue;
     };
 
@@ -54,6 +56,7 @@ public:
     /// Takes effect in the background; `hasVideo` and `level` are down at once.
     void stop() override;
     bool hasVideo() const override { return hasVideo_; }
+    /// 0 while nothing comes from the microphone, as when it is unplugged.
     double level() const override { return level_; }
     /// Holds until `stopFrames`, `stop` or a `configure` that changes a device.
     void startFrames(bool mirrored, std::function<void(FrameRef)> onFrame) override;
@@ -64,6 +67,7 @@ signals:
 
 private:
     static constexpr double kBetweenLevels = 0.05; // s: at most 20 levels a second reach the main thread
+    static constexpr double kSilence = 0.5;        // s without sound: the microphone is gone, and loud no more
 
     bool setDevices(std::uint64_t turn, const std::optional<std::string>& camera,
                     const std::optional<std::string>& microphone);
@@ -72,15 +76,19 @@ private:
     void publishVideo(std::uint64_t turn, bool hasVideo);
     void setHasVideo(bool hasVideo);
     void setLevel(double level);
+    void setListens(bool listens);
 
     AudioInputService& inputs_;
     const Clock& clock_;
+    MainTimers& timers_;
     CameraFeed feed_;
 
     // Main thread.
     bool hasVideo_ = false;
     double level_ = 0;
     bool listens_ = false;
+    bool heard_ = false; // since the last look
+    std::unique_ptr<MainTimer> silenceLook_;
     std::uint64_t turn_ = 0; // counts requests: news of an earlier one is not published
 
     double lastLevel_;                              // on the audio queue

@@ -40,6 +40,13 @@ QRegion difference(const QList<DrawingItem>& a, const QList<DrawingItem>& b) {
     return region;
 }
 
+/// Whether `after` is `before` and one mark over all of it.
+bool isOneMoreOnTop(const QList<DrawingItem>& before, const QList<DrawingItem>& after) {
+    return after.size() == before.size() + 1 &&
+           std::equal(before.begin(), before.end(), after.begin(),
+                      [](const DrawingItem& a, const DrawingItem& b) { return a.seed == b.seed; });
+}
+
 /// From the view's coordinates, y down, to points, y up, or back.
 void flip(QPainter& painter, int height) {
     painter.translate(0, height);
@@ -95,8 +102,8 @@ void DrawingView::changeStrokes(const std::function<void()>& change) {
     if (changed.isEmpty() && running.isEmpty()) {
         return;
     }
-    if (model_.strokes().size() == before.size() + 1) {
-        bake(flipped(changed), model_.strokes().last(1)); // on top of all others
+    if (isOneMoreOnTop(before, model_.strokes())) {
+        bake(flipped(changed), model_.strokes().last(1));
     } else if (!changed.isEmpty()) {
         bakeAnew(flipped(changed));
     }
@@ -158,6 +165,10 @@ void DrawingView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
+    endStroke();
+}
+
+void DrawingView::endStroke() {
     const qsizetype lasers = model_.lasers().size();
     changeStrokes([&] {
         model_.release(now());

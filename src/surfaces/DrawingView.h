@@ -35,6 +35,8 @@ public:
 
     void undo();
     void clear();
+    /// What the release of the button does, for when it will not be told: a canvas that is put away hears of no button.
+    void endStroke();
 
     const DrawingModel& model() const { return model_; }
     bool isFading() const { return fading_; }

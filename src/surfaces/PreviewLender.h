@@ -21,7 +21,7 @@ public:
     virtual CameraPreview& lendPreview() = 0;
     /// Nothing happens without a loan.
     virtual void takeBackPreview() = 0;
-    /// A covered bubble lives on, unseen.
+    /// A bubble under the presenter's stage lives on, unseen.
     virtual void setCoveredByPresenter(bool covered) = 0;
 };
 

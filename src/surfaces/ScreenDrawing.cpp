@@ -78,6 +78,7 @@ void ScreenDrawing::startDrawing() {
 
 void ScreenDrawing::finishDrawing() {
     if (overlay_ && palette_) {
+        overlay_->view().endStroke();
         overlay_->letThrough();
         palette_->hide();
         if (!hasStrokes_) {

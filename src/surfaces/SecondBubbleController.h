@@ -32,7 +32,7 @@ public:
     std::optional<WindowId> windowID() const override { return bubble_.windowID(); }
     std::optional<BubbleInfo> captureInfo() const override;
     /// The displays have changed.
-    void reconnect() { bubble_.view().reconnect(); }
+    void reconnect() { bubble_.reconnect(); }
 
     std::unique_ptr<QMenu> makeMenu();
     BubbleView& view() { return bubble_.view(); }

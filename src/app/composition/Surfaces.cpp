@@ -54,7 +54,7 @@ SetupSection kitSection(ClassKit& classKit, const Prefs& prefs) {
 } // namespace
 
 Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& session)
-    : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock}),
+    : classKit(stores.classKit), camera({platform.cameras, platform.audio, platform.clock, platform.timers}),
       secondCamera({platform.cameras, platform.clock}),
       bubble({stores.prefs, platform.screens, platform.clock, platform.timers, camera.feed(), &NameTag::image},
              {[this] { return camera.hasVideo(); }, [this] { secondBubble.applyPrefs(); }}),

@@ -84,6 +84,20 @@ void CameraBubble::keep(const Screen& screen) {
     setFrame({origin.x, origin.y, goal_.width, goal_.height}, Motion::none);
 }
 
+void CameraBubble::reconnect() {
+    view_.reconnect();
+    if (!view_.isVisible()) {
+        return;
+    }
+    goal_ = placeNow(); // global points count from the main display's height, which may be another one now
+    const std::vector<ScreenArea> screens = areas();
+    const Point middle{goal_.midX(), goal_.midY()};
+    if (std::ranges::none_of(screens, [&](const ScreenArea& screen) { return screen.frame.contains(middle); })) {
+        goal_ = BubblePlace::resized(goal_, goal_.size(), screens);
+    }
+    view_.setGeometry(ScreenPlace::toQt(goal_));
+}
+
 ScreenArea CameraBubble::areaOf(const Screen& screen) const {
     return {screen.frame, ScreenPlace::toGlobal(ScreenPlace::visibleFrame(screen))};
 }

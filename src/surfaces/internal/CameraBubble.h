@@ -51,6 +51,9 @@ public:
     void disappear() { view_.hide(); }
     /// At home on `screen`, if it is visible and not there.
     void keep(const Screen& screen);
+    /// The displays have changed: it stays within reach. The place that it is remembered by is kept, for the display
+    /// may come back.
+    void reconnect();
 
     /// Where the panel is, or is on its way to.
     const Rect& frame() const { return goal_; }

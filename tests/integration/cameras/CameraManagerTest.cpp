@@ -2,6 +2,7 @@
 
 #include "platform/ffmpeg/FfmpegCameras.h"
 #include "platform/synthetic/SyntheticCameras.h"
+#include "session/QtTimers.h"
 #include "support/FakeMicrophones.h"
 #include "support/JpegPictures.h"
 #include "support/TemporaryFolder.h"
@@ -28,12 +29,13 @@ protected:
     }
 
     FakeMicrophones microphones;
+    QtTimers timers;
     int resumed = 0;
 };
 
 TEST_F(CameraManagersTest, ShowACameraAndHandItsFramesOnOnRealThreads) {
     SyntheticCameras cameras(HostClock::shared(), {});
-    CameraManager manager({cameras, microphones, HostClock::shared()});
+    CameraManager manager({cameras, microphones, HostClock::shared(), timers});
     SecondCameraManager second({cameras, HostClock::shared()});
     ASSERT_TRUE(configure(manager, SyntheticCameras::kTeacher));
     EXPECT_TRUE(manager.hasVideo());
@@ -58,7 +60,7 @@ TEST_F(CameraManagersTest, OpenACameraThatEndedAgainAndAgain) {
     const Bytes picture = jpegPicture(64, 48, 90);
     const auto file = folder.write("a.mjpeg", std::string(picture.begin(), picture.end()));
     FfmpegCameras cameras(HostClock::shared(), {{{"file", "File"}, "mjpeg", "file:" + file.string()}}, folder);
-    CameraManager manager({cameras, microphones, HostClock::shared()});
+    CameraManager manager({cameras, microphones, HostClock::shared(), timers});
     std::atomic<int> pictures{0};
     ASSERT_TRUE(configure(manager, "file"));
     manager.startFrames(false, [&pictures](FrameRef) { ++pictures; });
@@ -70,7 +72,7 @@ TEST_F(CameraManagersTest, OpenACameraThatEndedAgainAndAgain) {
 TEST_F(CameraManagersTest, GoFromCameraToCameraWithoutWaitingForAnybody) {
     SyntheticCameras cameras(HostClock::shared(), {});
     for (int round = 0; round < 5; ++round) {
-        CameraManager manager({cameras, microphones, HostClock::shared()});
+        CameraManager manager({cameras, microphones, HostClock::shared(), timers});
         for (int i = 0; i < 10; ++i) {
             manager.configure(std::string(i % 2 == 0 ? SyntheticCameras::kTeacher : SyntheticCameras::kHands), "m");
             manager.startFrames(i % 3 == 0, [](FrameRef) {});

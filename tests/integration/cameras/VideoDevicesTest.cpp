@@ -1,6 +1,7 @@
 #include "FakeVideoDevice.h"
 #include "PictureLog.h"
 #include "platform/ffmpeg/FfmpegCameras.h"
+#include "session/QtTimers.h"
 #include "support/FakeMicrophones.h"
 #include "support/JpegPictures.h"
 #include "support/TemporaryFolder.h"
@@ -133,7 +134,7 @@ TEST_F(VideoDevicesTest, ComingAndGoingIsHeardOf) {
 class RunningCamera : public VideoDevicesTest {
 protected:
     RunningCamera() {
-        manager.emplace(CameraManager::Services{*cameras, microphones, HostClock::shared()});
+        manager.emplace(CameraManager::Services{*cameras, microphones, HostClock::shared(), timers});
         manager->configure(std::string(kId), std::nullopt);
     }
     /// Pictures come that were not there yet.
@@ -143,6 +144,7 @@ protected:
     }
 
     FakeMicrophones microphones;
+    QtTimers timers;
     std::optional<CameraManager> manager;
 };
 

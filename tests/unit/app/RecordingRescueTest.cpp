@@ -76,6 +76,32 @@ TEST_F(RecordingRescueTest, ARecordingThatIsBeingSavedIsWaitedFor) {
     EXPECT_TRUE(hasLeft());
 }
 
+TEST_F(RecordingRescueTest, TheNextRecordingIsSeenHomeThoughTheOneBeforeItArrivesMeanwhile) {
+    record();
+    classKit.isHeld = true;
+    controller->stop();
+    settle();
+    record(); // the folder of the first is still being written
+    classKit.held();
+    settle();
+    EXPECT_TRUE(rescue_.isPending());
+    classKit.isHeld = false;
+    leave();
+    EXPECT_TRUE(hasLeft());
+    EXPECT_FALSE(rescue_.isPending());
+}
+
+TEST_F(RecordingRescueTest, ARestartThatIsDeclinedAtAWarningLeavesNothingPending) {
+    record();
+    disk.bytes = 10'000'000;
+    alerts.answers = {0, 1};
+    controller->restart();
+    settle();
+    EXPECT_FALSE(rescue_.isPending());
+    leave();
+    EXPECT_TRUE(hasLeft());
+}
+
 TEST_F(RecordingRescueTest, TheLibraryWindowDoesNotComeUpWhileTheProgramLeaves) {
     record();
     leave();

@@ -98,9 +98,18 @@ TEST_F(DiskWatch, WhatTheDiskDidToTheWriterIsToldWhenTheRecordingIsSaved) {
                                 "está guardado."));
 }
 
-TEST_F(DiskWatch, AnEndThatIsNotTheDisksIsNotToldAsOne) {
+TEST_F(DiskWatch, AnEndThatIsTheDisplaysIsToldInItsWords) {
     record();
-    script.onStop(Error{"SCStreamErrorDomain", -3821, "x"});
+    script.onStop(Error{"SCStreamErrorDomain", -3821, "Se desconectó la pantalla que se estaba grabando."});
+    test::settle();
+    EXPECT_THAT(calls,
+                Contains("inform La grabación se detuvo | Se desconectó la pantalla que se estaba grabando. Todo "
+                         "lo que grabaste hasta ahí está guardado."));
+}
+
+TEST_F(DiskWatch, AnEndWithoutWordsOfOursIsNotTold) {
+    record();
+    script.onStop(Error{"X11", 8, "BadWindow"});
     test::settle();
     for (const std::string& call : calls) {
         EXPECT_THAT(call, Not(HasSubstr("inform")));

@@ -118,8 +118,14 @@ struct FakePermissions final : DevicePermissions {
     int status(Media media) const override { return media == Media::video ? video : audio; }
     QCoro::Task<void> request(Media media) override {
         calls.push_back(media == Media::video ? "permissions.request video" : "permissions.request audio");
-        co_return;
+        if (isHeld) {
+            MainThreadResult<Done> answered{Done{}};
+            held = answered.callback();
+            co_await answered;
+        }
     }
+    bool isHeld = false;
+    std::function<void(Done)> held;
     Calls& calls;
     int video = 3;
     int audio = 3;

@@ -102,9 +102,11 @@ struct FakeBubble final : BubblePort, Noted {
         note("toggleUserVisibility");
         hidden = !hidden;
     }
-    void setCoveredByPresenter(bool covered) override {
-        note(covered ? "setCoveredByPresenter true" : "setCoveredByPresenter false");
+    void setCoveredByColumn(bool covered) override {
+        note(covered ? "setCoveredByColumn true" : "setCoveredByColumn false");
+        underColumn = covered;
     }
+    bool underColumn = false;
     bool hidden = false;
     std::optional<WindowId> windowID() const override { return 10; }
     std::optional<BubbleInfo> captureInfo() const override { return info; }

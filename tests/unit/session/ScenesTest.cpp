@@ -92,12 +92,12 @@ TEST_F(Scenes, TheColumnTakesTheCameraTheBubbleAndTheName) {
     record();
     controller->setScene(Scene::column);
     EXPECT_FALSE(controller->presenterOn());
-    EXPECT_THAT(taken(), ElementsAre("camera.startFrames mirrored", "bubble.setCoveredByPresenter true",
+    EXPECT_THAT(taken(), ElementsAre("camera.startFrames mirrored", "bubble.setCoveredByColumn true",
                                      "zoom.setNameTag Ana|Física", "zoom.setColumn true"));
     camera.frames({});
     EXPECT_THAT(taken(), ElementsAre("zoom.setCameraFrame"));
     controller->setScene(Scene::screen);
-    EXPECT_THAT(taken(), ElementsAre("zoom.setColumn false", "bubble.setCoveredByPresenter false"));
+    EXPECT_THAT(taken(), ElementsAre("zoom.setColumn false", "bubble.setCoveredByColumn false"));
     advance(0.85);
     EXPECT_THAT(calls, Not(Contains("camera.stopFrames"))) << "the column is still sliding out";
     advance(0.1);
@@ -191,6 +191,7 @@ TEST_F(Scenes, QuickKeysEndInAConsistentState) {
         const bool inColumn = controller->scene() == Scene::column;
         EXPECT_EQ(script.zoom->column, inColumn);
         EXPECT_EQ(bool(camera.frames), inColumn);
+        EXPECT_EQ(bubble.underColumn, inColumn);
         if (presenter.full) {
             EXPECT_EQ(presenter.style,
                       controller->scene() == Scene::side ? PresenterStyle::sideRight : PresenterStyle::framed);

@@ -378,14 +378,22 @@ TEST_F(SessionStart, TheCaptureThatEndsByItselfIsAStop) {
     EXPECT_EQ(library.duration, 9);
 }
 
-TEST_F(SessionStart, TheCaptureThatEndsBeforeTheRecordingBeganIsNotLookedAt) {
+TEST_F(SessionStart, TheCaptureThatEndsWhileTheSessionStillBeginsIsStoppedAsSoonAsItHasBegunAndTold) {
     script.startIsHeld = true;
     controller->start();
     advance(0.25);
     settle();
-    script.onStop(kBroken);
+    script.onStop(Error{"velmo.media", 28, "El disco está lleno."});
     settle();
     EXPECT_EQ(controller->state(), State::preparing);
+    calls.clear();
+    script.heldStart(Result<void>());
+    settle();
+    EXPECT_EQ(controller->state(), State::idle);
+    EXPECT_EQ(count("library.add /videos/class.mp4"), 1);
+    EXPECT_EQ(count("inform La grabación se detuvo | El disco está lleno. Todo lo que grabaste hasta ahí está "
+                    "guardado."),
+              1);
 }
 
 TEST_F(SessionStart, LateNewsOfAnEarlierCaptureDoesNotEndThisOne) {

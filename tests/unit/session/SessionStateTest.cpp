@@ -78,6 +78,20 @@ TEST_F(SessionState, ARefreshThatOutlivesTheSetupShowsNothing) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
+TEST_F(SessionState, ASetupThatIsClosedUnderAQuestionForPermissionTurnsNoDeviceOn) {
+    prefs.mode = RecordMode::screenCam;
+    permissions.isHeld = true;
+    controller->openSetup();
+    settle();
+    controller->closeSetup();
+    calls.clear();
+    permissions.isHeld = false;
+    permissions.held(Done{});
+    settle();
+    EXPECT_EQ(count("camera.configure cam1 mic1"), 0);
+    EXPECT_EQ(count("bubble.show"), 0);
+}
+
 TEST_F(SessionState, AChangedPreviewCountsOnlyInTheSetup) {
     controller->previewChanged();
     settle();
@@ -116,6 +130,23 @@ TEST_F(SessionState, ASecondCameraEqualToTheFirstIsOff) {
     settle();
     EXPECT_EQ(count("secondCamera.configure none"), 1);
     EXPECT_EQ(count("secondBubble.hide"), 1);
+}
+
+TEST_F(SessionState, ASecondCameraThatStandsInForTheFirstOrTheOtherWayRoundIsOff) {
+    prefs.mode = RecordMode::screenCam;
+    const std::pair<const char*, const char*> choices[] = {{"gone", "cam1"}, {"cam1", "gone"}, {"", "cam1"}};
+    for (const auto& [first, second] : choices) {
+        calls.clear();
+        prefs.cameraID = QString::fromLatin1(first);
+        prefs.secondCameraID = QString::fromLatin1(second);
+        controller->openSetup();
+        settle();
+        EXPECT_EQ(count("camera.configure cam1 mic1"), 1) << first;
+        EXPECT_EQ(count("secondCamera.configure none"), 1) << first;
+        EXPECT_EQ(count("secondBubble.hide"), 1) << first;
+        controller->closeSetup();
+        settle();
+    }
 }
 
 TEST_F(SessionState, ASecondCameraShowsItsBubbleUnlessTheUserHidIt) {
@@ -324,6 +355,21 @@ TEST_F(SessionState, ADeclinedRestartGoesOn) {
               "ask ¿Empezar de nuevo? | Se descartará lo grabado hasta ahora. | Reiniciar,Cancelar destructive");
     EXPECT_EQ(controller->state(), State::recording);
     EXPECT_EQ(count("recorder.stop"), 0);
+}
+
+TEST_F(SessionState, ARestartThatIsDeclinedAtAWarningEndsInTheLibraryWithoutACamera) {
+    prefs.mode = RecordMode::screenCam;
+    record();
+    disk.bytes = 10'000'000;
+    calls.clear();
+    alerts.answers = {0, 1}; // to start again, but not with so little room
+    controller->restart();
+    settle();
+    EXPECT_EQ(controller->state(), State::idle);
+    EXPECT_EQ(count("recorder.start"), 0);
+    EXPECT_EQ(count("camera.stop"), 1);
+    EXPECT_EQ(count("bubble.hide"), 1);
+    EXPECT_EQ(count("libraryWindow.show none"), 1);
 }
 
 TEST_F(SessionState, ARestartKeepsMarksAndTimeUntilTheNewRecordingBegins) {

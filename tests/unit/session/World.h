@@ -37,6 +37,7 @@ protected:
         alerts.drop();
         countdown.held = {};
         camera.held = {};
+        permissions.held = {};
         classKit.held = {};
         script.heldStart = {};
         script.heldStop = {};

@@ -311,6 +311,33 @@ TEST(BubbleController, UnderThePresenterItIsInNoFrameButItsPlaceIsKnown) {
     EXPECT_TRUE(desk.bubble.captureInfo());
 }
 
+TEST(BubbleController, WhenItsDisplayGoesItComesIntoReachAndRemembersWhereItWas) {
+    BubbleDesk desk;
+    desk.screens.screens.push_back({2, {1920, 0, 1920, 1080}, 1});
+    desk.store.setReal(QStringLiteral("bubbleX"), 3000);
+    desk.store.setReal(QStringLiteral("bubbleY"), 500);
+    desk.bubble.show();
+    EXPECT_GT(desk.bubble.captureInfo()->rect.x, 2500);
+    desk.screens.screens.pop_back();
+    desk.bubble.reconnect();
+    const Rect now = desk.bubble.captureInfo()->rect;
+    EXPECT_GE(now.minX(), 0);
+    EXPECT_LE(now.maxX(), 1920);
+    EXPECT_EQ(desk.store.real(QStringLiteral("bubbleX")), 3000);
+}
+
+TEST(BubbleController, UnderPresenterAndColumnItComesBackWhenBothHaveGone) {
+    Shown desk;
+    desk.bubble.setCoveredByPresenter(true);
+    desk.bubble.setCoveredByColumn(true);
+    desk.bubble.setCoveredByPresenter(false); // the flight that was under way when the column came
+    EXPECT_EQ(desk.bubble.view().windowOpacity(), 0);
+    EXPECT_FALSE(desk.bubble.captureInfo());
+    desk.bubble.setCoveredByColumn(false);
+    EXPECT_EQ(desk.bubble.view().windowOpacity(), 1);
+    EXPECT_TRUE(desk.bubble.captureInfo());
+}
+
 TEST(BubbleController, ItComesUpWhereItWasLeftAndInTheCornerWhenThatScreenIsGone) {
     BubbleDesk desk;
     desk.store.setReal(QStringLiteral("bubbleX"), 700);

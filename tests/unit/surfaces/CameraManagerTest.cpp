@@ -17,7 +17,7 @@ constexpr const char* kFrames = "velmo.camera.cuadros";
 class CameraManagerTest : public CameraWorld {
 protected:
     CameraManagerTest() {
-        manager.emplace(CameraManager::Services{cameras, microphones, clock, queues.maker()});
+        manager.emplace(CameraManager::Services{cameras, microphones, clock, timers, queues.maker()});
         QObject::connect(&*manager, &CameraManager::hasVideoChanged, [this] { ++videoNews; });
         QObject::connect(&*manager, &CameraManager::levelChanged, [this] { levels.push_back(manager->level()); });
     }
@@ -100,6 +100,16 @@ TEST_F(CameraManagerTest, AChannelAtMinusEightGivesExactlyOneAndAtMinusFiftyExac
     clock.advance(1);
     hear(-50.01);
     EXPECT_EQ(manager->level(), 0);
+}
+
+TEST_F(CameraManagerTest, AMicrophoneThatFallsSilentForGoodIsNotLoudAnyMore) {
+    configure({}, "m");
+    hear(-20);
+    EXPECT_GT(manager->level(), 0.5);
+    timers.advance(1.1); // unplugged: nothing more comes
+    EXPECT_EQ(manager->level(), 0);
+    hear(-20);
+    EXPECT_GT(manager->level(), 0.5) << "plugged back";
 }
 
 TEST_F(CameraManagerTest, AtMostTwentyLevelsASecondReachTheMainThread) {

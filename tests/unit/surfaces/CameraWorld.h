@@ -5,6 +5,7 @@
 #include "support/ManualClock.h"
 #include "support/ManualQueues.h"
 #include "surfaces/CameraFeed.h"
+#include "unit/session/ManualTimers.h"
 
 #include <QCoreApplication>
 
@@ -35,6 +36,7 @@ protected:
     }
 
     ManualClock clock{100};
+    ManualTimers timers{clock};
     ManualQueues queues;
     FakeCameraService cameras;
     FakeMicrophones microphones;

@@ -126,6 +126,17 @@ TEST_P(EveryTool, WhatIsPaintedPieceByPieceIsThePictureOfTheWhole) {
 INSTANTIATE_TEST_SUITE_P(Drawing, EveryTool, testing::ValuesIn(allCases<DrawingTool>()),
                          [](const auto& tested) { return rawValue(tested.param).toStdString(); });
 
+TEST(DrawingView, AnErasedStrokeThatComesBackLiesWhereItLayBelowTheOther) {
+    Canvas canvas;
+    canvas.stroke(DrawingTool::highlighter, {{50, 100}, {150, 100}, {350, 100}});
+    canvas.stroke(DrawingTool::highlighter, {{200, 20}, {200, 100}, {200, 300}});
+    const QImage before = canvas.whole();
+    canvas.stroke(DrawingTool::eraser, {{60, 100}});
+    ASSERT_EQ(canvas.view->model().strokes().size(), 1);
+    canvas.view->undo();
+    EXPECT_EQ(greatestDifference(canvas.whole(), before), 0);
+}
+
 TEST(DrawingView, APenStrokeIsItsColourWhereTheMouseWas) {
     Canvas canvas;
     canvas.stroke(DrawingTool::pen, {{50, 100}, {150, 100}, {250, 100}});

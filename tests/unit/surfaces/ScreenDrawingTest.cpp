@@ -26,13 +26,13 @@ struct Desk {
         drawing.prepare(screen);
         drawing.parkPrepared();
     }
+    void mouse(QEvent::Type type) {
+        QMouseEvent event(type, QPointF(200, 200), QPointF(200, 200), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&drawing.overlay()->view(), &event);
+    }
     void stroke() {
-        auto& view = drawing.overlay()->view();
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, QPointF(200, 200), QPointF(200, 200), Qt::LeftButton, Qt::LeftButton,
-                              Qt::NoModifier);
-            QCoreApplication::sendEvent(&view, &event);
-        }
+        mouse(QEvent::MouseButtonPress);
+        mouse(QEvent::MouseButtonRelease);
     }
     QAbstractButton* control(const char* name) const {
         for (QAbstractButton* button : drawing.palette()->findChildren<QAbstractButton*>()) {
@@ -137,6 +137,21 @@ TEST(ScreenDrawing, WithoutInkTheCanvasGoesAndWithInkItStaysUntilItIsCleared) {
     desk.drawing.clear();
     EXPECT_FALSE(desk.drawing.hasStrokes());
     EXPECT_FALSE(desk.drawing.overlay()->isVisible());
+}
+
+TEST(ScreenDrawing, AKeyThatEndsDrawingEndsTheStrokeWhoseButtonIsStillHeld) {
+    for (const DrawingTool tool : {DrawingTool::pen, DrawingTool::laser, DrawingTool::eraser}) {
+        Desk desk;
+        desk.ready();
+        desk.drawing.startDrawing();
+        desk.drawing.setTool(tool);
+        desk.mouse(QEvent::MouseButtonPress);
+        desk.drawing.toggle(); // the canvas hears nothing of the button from now on
+        const DrawingModel& model = desk.drawing.overlay()->view().model();
+        EXPECT_FALSE(model.current());
+        EXPECT_FALSE(model.isErasing());
+        EXPECT_EQ(desk.drawing.hasStrokes(), tool == DrawingTool::pen) << "what was drawn stays";
+    }
 }
 
 TEST(ScreenDrawing, ClearingWhileDrawingKeepsTheCanvas) {
