@@ -4,6 +4,7 @@
 #include "ui/Theme.h"
 #include "ui/internal/X11Window.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -124,11 +125,31 @@ void FloatingPanel::giveKeyboardBack() {
 }
 
 void FloatingPanel::takeMouse() {
+    hasMouse_ = true;
+    qApp->installEventFilter(this);
     X11Window::grabMouse(static_cast<std::uint32_t>(winId()));
 }
 
 void FloatingPanel::giveMouseBack() {
+    hasMouse_ = false;
+    qApp->removeEventFilter(this);
     X11Window::releaseMouse();
+}
+
+bool FloatingPanel::eventFilter(QObject* object, QEvent* event) {
+    // A menu takes the mouse while it is open, and Qt lets go of it altogether when it closes.
+    if (event->type() == QEvent::Hide && object->isWidgetType() &&
+        static_cast<const QWidget*>(object)->windowType() == Qt::Popup) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (hasMouse_ && QApplication::activePopupWidget() == nullptr) {
+                    X11Window::grabMouse(static_cast<std::uint32_t>(winId()));
+                }
+            },
+            Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(object, event);
 }
 
 void FloatingPanel::bringToFront() {

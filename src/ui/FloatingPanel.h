@@ -83,6 +83,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    bool eventFilter(QObject* object, QEvent* event) override;
     void applyShape();
     QPixmap paintedFloor() const;
 
@@ -91,6 +92,7 @@ private:
     bool clickThrough_ = false;
     bool movable_ = false;
     bool composited_ = true;
+    bool hasMouse_ = false;
     std::optional<std::uint32_t> keyboardOwner_; // the window that had the keyboard before
     std::optional<QPoint> grip_;                 // where the pointer holds the window while dragging
     QPixmap floorPixmap_;

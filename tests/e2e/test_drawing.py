@@ -5,8 +5,9 @@ import subprocess
 import time
 import unittest
 
+import screen_reader
 from hands import Hands
-from program import Program, judge, luma_of, output, pixel_on_screen, press, wait_until
+from program import Program, click, judge, luma_of, output, pixel_on_screen, press, wait_until
 
 GREY = (0xC8, 0xC8, 0xC8)
 RED, YELLOW, BLUE = (0xFF, 0x45, 0x3A), (0xFF, 0xD6, 0x0A), (0x0A, 0x84, 0xFF)
@@ -271,6 +272,23 @@ class Drawing(unittest.TestCase):
         self.program.end_recording(path)
         frames = judge(path, *probes((500, 400)))["frames"]
         self.assertEqual(shown(frames, 0, GREY, RED), [0])
+
+    def test_a_menu_of_the_bar_leaves_the_mouse_to_the_canvas(self):
+        screen_reader.switch_on()
+        self.program.quit()
+        self.program.start()
+        path, _ = self.begin()
+        region = screen_reader.middle(screen_reader.bring("Velmo Studio · controles", "Grabar solo una zona"))
+        for y in (400, 500):
+            before = set(self.program.windows())
+            click(*region, button=3)
+            menu = wait_until("the menu", lambda: set(self.program.windows()) - before)
+            press("Escape")
+            wait_until("the menu's end", lambda: not menu & set(self.program.windows()))
+            drag(self.hands, (300, y), (700, y))
+            self.assertTrue(near(pixel_on_screen(500, y), RED), pixel_on_screen(500, y))
+        self.assertEqual(self.lesson.clicks(), 0)
+        self.program.end_recording(path)
 
 
 if __name__ == "__main__":
