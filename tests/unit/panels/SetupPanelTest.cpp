@@ -125,6 +125,74 @@ TEST_F(SetupPanelTest, DevicesThatComeAndGoAreSeenWhenTheMenuOpens) {
     EXPECT_EQ(cameraPicker->text(), QStringLiteral("Sin cámara"));
 }
 
+TEST_F(SetupPanelTest, ThePreviewsFollowTheCameraThatIsPluggedInAndOut) {
+    prefs.mode = RecordMode::screenCam;
+    const auto both = std::exchange(cameras.list, {});
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    cameras.list = both;
+    advance(1);
+    EXPECT_EQ(count("camera.configure cam1 mic1"), 1);
+    EXPECT_EQ(count("bubble.show"), 1);
+    cameras.list.erase(cameras.list.begin());
+    advance(1);
+    EXPECT_EQ(named<Picker>(*panel, "Cámara")->current(), QStringLiteral("cam2"));
+    EXPECT_EQ(count("camera.configure cam2 mic1"), 1);
+    cameras.list.clear();
+    emit named<Picker>(*panel, "Cámara")->opening();
+    test::settle();
+    EXPECT_EQ(count("bubble.hide"), 1);
+}
+
+TEST_F(SetupPanelTest, TheLevelFollowsTheMicrophoneThatIsPluggedIn) {
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    inputs.list.erase(inputs.list.begin());
+    microphones.list = {{"mic2", "Otro"}};
+    advance(1);
+    EXPECT_EQ(count("camera.configure none mic2"), 1);
+}
+
+TEST_F(SetupPanelTest, TheSecondBubbleFollowsItsCameraThoughItsCardIsClosed) {
+    prefs.mode = RecordMode::screenCam;
+    prefs.secondCameraID = QStringLiteral("cam2");
+    cameras.list.pop_back();
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    cameras.list.push_back({"cam2", "Camera 2"});
+    advance(1);
+    EXPECT_EQ(count("secondCamera.configure cam2"), 1);
+}
+
+TEST_F(SetupPanelTest, ThePreviewsAreLeftAloneWhileNothingIsPluggedAndWhileThePanelIsAway) {
+    prefs.mode = RecordMode::screenCam;
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    named<ModeTile>(*panel, "Cámara")->click();
+    test::settle();
+    EXPECT_EQ(count("bubble.show"), 1);
+    advance(5);
+    EXPECT_EQ(count("bubble.show"), 1) << "whoever writes a setting has told them";
+    panel->hide();
+    taken();
+    cameras.list.clear();
+    advance(5);
+    EXPECT_THAT(calls, testing::IsEmpty());
+    EXPECT_EQ(timers.running(), 0);
+}
+
 TEST_F(SetupPanelTest, WhatIsForTheCameraAloneStandsOnlyInTheModesThatUseIt) {
     const auto panel = make();
     panel->show();
