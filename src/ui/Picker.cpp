@@ -58,9 +58,16 @@ QSize Picker::sizeHint() const {
     return {180, Type::heightFor(kHeight)};
 }
 
-void Picker::choose(std::size_t index) {
-    if (index < choices_.size() && index != current_) {
-        const QString id = choices_[index].id;
+void Picker::step(std::size_t index) {
+    if (index < choices_.size()) {
+        choose(choices_[index].id);
+    }
+}
+
+void Picker::choose(QString id) {
+    const bool isThere =
+        std::any_of(choices_.begin(), choices_.end(), [&id](const Choice& one) { return one.id == id; });
+    if (isThere && id != current()) {
         setChoices(std::exchange(choices_, {}), id);
         emit picked(id);
     }
@@ -75,7 +82,7 @@ void Picker::openMenu() {
         QAction* action = menu->addAction(choices_[i].title);
         action->setCheckable(true);
         action->setChecked(i == current_);
-        connect(action, &QAction::triggered, this, [this, i] { choose(i); });
+        connect(action, &QAction::triggered, this, [this, id = choices_[i].id] { choose(id); });
     }
     menu->popup(mapToGlobal(QPoint(0, height() + 4)));
 }
@@ -83,10 +90,10 @@ void Picker::openMenu() {
 void Picker::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Down:
-        choose(current_ + 1);
+        step(current_ + 1);
         break;
     case Qt::Key_Up:
-        choose(current_ - 1); // from the first it wraps to an index that is none
+        step(current_ - 1); // from the first it wraps to an index that is none
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:

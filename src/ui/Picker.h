@@ -41,7 +41,8 @@ protected:
 
 private:
     void openMenu();
-    void choose(std::size_t index);
+    void step(std::size_t index);
+    void choose(QString id);
 
     const QString symbol_;
     std::vector<Choice> choices_;

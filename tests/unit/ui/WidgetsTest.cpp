@@ -3,6 +3,7 @@
 #include "ui/LevelMeter.h"
 #include "ui/NameDialog.h"
 #include "ui/Picker.h"
+#include "ui/PopupMenu.h"
 #include "ui/Shadow.h"
 #include "ui/SwitchRow.h"
 #include "ui/TextField.h"
@@ -100,6 +101,29 @@ TEST(Picker, StepsThroughTheChoicesByKeyAndStopsAtBothEnds) {
     press(Qt::Key_Down);
     EXPECT_EQ(picked.count(), 1);
     EXPECT_EQ(picker.current(), QStringLiteral("b"));
+}
+
+PopupMenu* menuOf(Picker& picker) {
+    picker.click();
+    return picker.findChild<PopupMenu*>();
+}
+
+TEST(Picker, AnEntryOfItsOpenMenuIsWhatItSaysThoughTheListBelowItHasChanged) {
+    Picker picker({}, {});
+    const Picker::Choice a{QStringLiteral("a"), QStringLiteral("Uno")};
+    const Picker::Choice b{QStringLiteral("b"), QStringLiteral("Dos")};
+    const Picker::Choice c{QStringLiteral("c"), QStringLiteral("Tres")};
+    picker.setChoices({a, b, c}, a.id);
+    const QSignalSpy picked(&picker, &Picker::picked);
+    const QMenu& menu = *menuOf(picker);
+    picker.setChoices({c, a}, a.id);
+    menu.actions()[1]->trigger();
+    EXPECT_EQ(picker.current(), a.id) << "what has gone cannot be chosen";
+    EXPECT_TRUE(picked.isEmpty());
+    menu.actions()[2]->trigger();
+    EXPECT_EQ(picker.current(), c.id);
+    ASSERT_EQ(picked.size(), 1);
+    EXPECT_EQ(picked.front().front(), c.id);
 }
 
 TEST(SwitchRow, TellsOnlyWhatTheUserSwitches) {
