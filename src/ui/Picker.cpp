@@ -59,7 +59,7 @@ QSize Picker::sizeHint() const {
 }
 
 void Picker::step(std::size_t index) {
-    if (index < choices_.size()) {
+    if (index < choices_.size() && index != current_) {
         choose(choices_[index].id);
     }
 }
@@ -67,7 +67,7 @@ void Picker::step(std::size_t index) {
 void Picker::choose(QString id) {
     const bool isThere =
         std::any_of(choices_.begin(), choices_.end(), [&id](const Choice& one) { return one.id == id; });
-    if (isThere && id != current()) {
+    if (isThere) {
         setChoices(std::exchange(choices_, {}), id);
         emit picked(id);
     }

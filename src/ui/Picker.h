@@ -32,7 +32,7 @@ public:
 signals:
     /// The menu is about to open: the choices can still be brought up to date.
     void opening();
-    /// Chosen by the user.
+    /// Chosen by the user, maybe again: what is shown need not have been a choice.
     void picked(const QString& id);
 
 protected:

@@ -14,6 +14,7 @@
 #include "ui/TextField.h"
 
 #include <QLabel>
+#include <QMenu>
 #include <QTest>
 
 namespace velmo {
@@ -123,6 +124,18 @@ TEST_F(SetupPanelTest, DevicesThatComeAndGoAreSeenWhenTheMenuOpens) {
     cameras.list.clear();
     emit cameraPicker->opening();
     EXPECT_EQ(cameraPicker->text(), QStringLiteral("Sin cámara"));
+}
+
+TEST_F(SetupPanelTest, ACameraThatStandsInForAnotherBecomesTheChoiceWhenItIsChosen) {
+    prefs.mode = RecordMode::cam;
+    prefs.cameraID = QStringLiteral("away");
+    const auto panel = make();
+    panel->show();
+    auto* picker = named<Picker>(*panel, "Cámara");
+    ASSERT_EQ(picker->current(), QStringLiteral("cam1"));
+    picker->click();
+    picker->findChild<QMenu*>()->actions().front()->trigger();
+    EXPECT_EQ(prefs.cameraID.value(), QStringLiteral("cam1"));
 }
 
 TEST_F(SetupPanelTest, ThePreviewsFollowTheCameraThatIsPluggedInAndOut) {

@@ -126,6 +126,15 @@ TEST(Picker, AnEntryOfItsOpenMenuIsWhatItSaysThoughTheListBelowItHasChanged) {
     EXPECT_EQ(picked.front().front(), c.id);
 }
 
+TEST(Picker, WhatIsShownForAChoiceThatIsGoneCanBeChosenFromTheMenu) {
+    Picker picker({}, {});
+    picker.setChoices({{QStringLiteral("a"), {}}, {QStringLiteral("b"), {}}}, QStringLiteral("gone"));
+    const QSignalSpy picked(&picker, &Picker::picked);
+    menuOf(picker)->actions()[0]->trigger();
+    ASSERT_EQ(picked.size(), 1);
+    EXPECT_EQ(picked.front().front(), QStringLiteral("a"));
+}
+
 TEST(SwitchRow, TellsOnlyWhatTheUserSwitches) {
     SwitchRow row(QStringLiteral("Algo"), {});
     QSignalSpy switched(&row, &SwitchRow::switched);
