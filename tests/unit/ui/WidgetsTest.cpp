@@ -65,15 +65,32 @@ TEST(NameDialog, BeginsWithTheNameThatIsThereAllOfItSelected) {
     EXPECT_EQ(dialog.findChild<TextField*>()->selectedText(), QStringLiteral("Clase"));
 }
 
-TEST(LevelMeter, RisesAtOnceAndFallsStepByStep) {
+TEST(LevelMeter, RisesAtOnceAndFallsByItselfAfterTheLastWord) {
     LevelMeter meter;
+    meter.show();
     meter.setLevel(1);
     EXPECT_EQ(meter.lit(), 22);
     meter.setLevel(0);
-    EXPECT_GT(meter.lit(), 0);
-    for (int i = 0; i < 10; ++i) {
-        meter.setLevel(0);
-    }
+    EXPECT_EQ(meter.lit(), 22);
+    auto* fall = meter.findChild<Fade*>();
+    fall->setCurrentTime(60);
+    EXPECT_EQ(meter.lit(), 11);
+    meter.setLevel(0.75);
+    EXPECT_EQ(meter.lit(), 17);
+    meter.setLevel(0);
+    fall->setCurrentTime(120);
+    EXPECT_EQ(meter.lit(), 0);
+    EXPECT_EQ(fall->state(), Fade::Stopped) << "nothing ticks in silence";
+}
+
+TEST(LevelMeter, ComesUpWithoutTheBarsOfBefore) {
+    LevelMeter meter;
+    meter.show();
+    meter.setLevel(1);
+    meter.setLevel(0.5);
+    meter.hide();
+    EXPECT_EQ(meter.lit(), 11);
+    meter.setLevel(0);
     EXPECT_EQ(meter.lit(), 0);
 }
 
