@@ -220,6 +220,14 @@ void SetupPanel::hide() {
     QDialog::hide();
 }
 
+/// What it asks goes with it, or the question would stand over the class.
+void SetupPanel::hideEvent(QHideEvent* event) {
+    DialogWindow::hideEvent(event);
+    for (QDialog* question : findChildren<QDialog*>()) {
+        question->reject();
+    }
+}
+
 void SetupPanel::paintEvent(QPaintEvent* event) {
     DialogWindow::paintEvent(event);
     QPainter painter(this);
