@@ -46,7 +46,8 @@ private:
     void followScreens();
     void keepOnScreen();
     void place();
-    QRect freePlace() const;
+    QRect mainPlace() const;
+    QRect standingPlace() const;
 
     SetupContext context_;
     Disclosure* more_ = nullptr;

@@ -13,8 +13,10 @@
 #include "ui/Switch.h"
 #include "ui/TextField.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QScreen>
 #include <QTest>
 
 namespace velmo {
@@ -358,6 +360,27 @@ TEST_F(SetupPanelTest, ItsHeightFollowsItsContentAndStaysOnTheScreen) {
     QCoreApplication::processEvents();
     arrive(*panel);
     EXPECT_EQ(panel->height(), basic);
+}
+
+TEST_F(SetupPanelTest, ItGrowsAsFarAsTheScreenThatItWasMovedToHasRoom) {
+    const int low = 400;
+    const double height = QGuiApplication::primaryScreen()->geometry().height();
+    screens.screens[1].frame = {1440, height - low, 1920, low}; // beside the upper part of the main one
+    const auto panel = make();
+    panel->show();
+    QCoreApplication::processEvents();
+    const QPoint place = QPoint(1500, 20) - panel->card().topLeft();
+    panel->move(place);
+    named<Disclosure>(*panel, "Más opciones")->click();
+    QCoreApplication::processEvents();
+    arrive(*panel);
+    EXPECT_LE(panel->pos().y() + panel->card().bottom(), low);
+    EXPECT_EQ(panel->pos(), place);
+    panel->move(QPoint(20, 20) - panel->card().topLeft());
+    named<Disclosure>(*panel, "Menos opciones")->click();
+    QCoreApplication::processEvents();
+    arrive(*panel);
+    EXPECT_GT(panel->pos().y() + panel->card().bottom(), low);
 }
 
 TEST_F(SetupPanelTest, ItGrowsSmoothlyAndItsTopAndItsControlsStayWhereTheyAre) {
