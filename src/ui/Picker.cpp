@@ -40,10 +40,13 @@ Picker::Picker(QString symbol, const QString& name, QWidget* parent)
 }
 
 void Picker::setChoices(std::vector<Choice> choices, const QString& current) {
+    const auto found = std::ranges::find(choices, current, &Choice::id);
+    const std::size_t index = found == choices.end() ? 0 : static_cast<std::size_t>(found - choices.begin());
+    if (choices == choices_ && index == current_) {
+        return;
+    }
     choices_ = std::move(choices);
-    const auto found =
-        std::find_if(choices_.begin(), choices_.end(), [&](const Choice& one) { return one.id == current; });
-    current_ = found == choices_.end() ? 0 : static_cast<std::size_t>(found - choices_.begin());
+    current_ = index;
     setText(choices_.empty() ? QString() : choices_[current_].title);
     setToolTip(text());
     setAccessibleDescription(text()); // the name says what is chosen, this which
@@ -65,9 +68,7 @@ void Picker::step(std::size_t index) {
 }
 
 void Picker::choose(QString id) {
-    const bool isThere =
-        std::any_of(choices_.begin(), choices_.end(), [&id](const Choice& one) { return one.id == id; });
-    if (isThere) {
+    if (std::ranges::find(choices_, id, &Choice::id) != choices_.end()) {
         setChoices(std::exchange(choices_, {}), id);
         emit picked(id);
     }

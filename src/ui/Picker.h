@@ -22,7 +22,7 @@ public:
     /// `symbol` may be empty; `name` is what assistive technology calls the picker.
     Picker(QString symbol, const QString& name, QWidget* parent = nullptr);
 
-    /// `current` that is none of them shows the first.
+    /// `current` that is none of them shows the first. Costs nothing when nothing is other than before.
     void setChoices(std::vector<Choice> choices, const QString& current);
     const std::vector<Choice>& choices() const { return choices_; }
     QString current() const;

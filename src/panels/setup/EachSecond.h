@@ -12,8 +12,8 @@ namespace velmo {
 class MainTimer;
 class MainTimers;
 
-/// Calls `look` each second while a part of the setup panel is seen: what is plugged in tells nobody of it.
-/// Main thread. The part and the timers are borrowed and outlive this object.
+/// Calls `look` each second while a part of the setup panel is seen, for what is plugged in and how the screens are
+/// set. Main thread. The part and the timers are borrowed and outlive this object.
 class EachSecond final : public QObject {
 public:
     EachSecond(QWidget& part, MainTimers& timers, std::function<void()> look);

@@ -300,6 +300,27 @@ TEST_F(SetupPanelTest, ADisplayIsChosenByItsIdentifierAndTheFirstEntryIsTheMainO
     EXPECT_EQ(picker->current(), QStringLiteral("0"));
 }
 
+TEST_F(SetupPanelTest, ScreensAndCamerasThatChangeWhileItsCardsAreOpenAreSeen) {
+    store.setBoolean(QStringLiteral("panel.mas"), true);
+    store.setBoolean(QStringLiteral("panel.fuentes"), true);
+    const auto panel = make();
+    panel->show();
+    const auto* resolution = panel->findChild<ResolutionRow*>();
+    const auto caption = [resolution] { return resolution->findChildren<QLabel*>()[1]->text(); };
+    ASSERT_TRUE(caption().startsWith(QStringLiteral("2880 × 1800 px"))) << caption().toStdString();
+    const auto* screenPicker = named<Picker>(*panel, "Pantalla");
+    const auto* cameraPicker = named<Picker>(*panel, "Segunda cámara");
+    ASSERT_EQ(cameraPicker->choices().size(), 3u);
+    screens.screens = {{1, {0, 0, 1280, 720}, 1}, {2, {1280, 0, 1024, 768}, 1}, {3, {2304, 0, 800, 600}, 2}};
+    cameras.list.pop_back();
+    advance(1);
+    EXPECT_TRUE(caption().startsWith(QStringLiteral("1280 × 720 px"))) << caption().toStdString();
+    ASSERT_EQ(screenPicker->choices().size(), 3u);
+    EXPECT_EQ(screenPicker->choices()[1].title, QStringLiteral("Pantalla 2 · 1024 × 768"));
+    EXPECT_EQ(screenPicker->choices()[2].title, QStringLiteral("Pantalla 3 · 1600 × 1200"));
+    EXPECT_EQ(cameraPicker->choices().size(), 2u);
+}
+
 TEST_F(SetupPanelTest, ASecondCameraIsNoneUntilOneIsChosen) {
     const auto panel = make();
     auto* picker = named<Picker>(*panel, "Segunda cámara");
