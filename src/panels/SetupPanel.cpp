@@ -166,14 +166,27 @@ void SetupPanel::showMoreOptions(bool more) {
     FittingScrollArea::settle(*cards_);
 }
 
-QRect SetupPanel::freePlace() const {
+/// What is free of the main screen, where it comes up.
+QRect SetupPanel::mainPlace() const {
     const std::vector<Screen> screens = context_.screens.all();
     return screens.empty() ? QGuiApplication::primaryScreen()->availableGeometry()
                            : ScreenPlace::visibleFrame(screens.front());
 }
 
+/// What is free of the screen that has most of it, to where the user may have moved it.
+QRect SetupPanel::standingPlace() const {
+    const std::vector<Screen> screens = context_.screens.all();
+    const QRect shown = card().translated(pos());
+    const auto share = [&shown](const Screen& screen) {
+        const QRect part = ScreenPlace::frame(screen) & shown;
+        return part.width() * part.height();
+    };
+    const auto most = std::ranges::max_element(screens, {}, share);
+    return most == screens.end() || share(*most) == 0 ? mainPlace() : ScreenPlace::visibleFrame(*most);
+}
+
 void SetupPanel::fit() {
-    const QRect free = freePlace();
+    const QRect free = isVisible() ? standingPlace() : mainPlace();
     const int top = isVisible() ? pos().y() + card().top() : free.top() + kFromTop;
     scroll_->setMostHeight(std::max(kLeastHeight, free.bottom() - kFromTop - top - kHead));
     layout()->activate();
@@ -212,12 +225,20 @@ void SetupPanel::keepOnScreen() {
 }
 
 void SetupPanel::place() {
-    const QRect free = freePlace();
+    const QRect free = mainPlace();
     move(free.right() + 1 - kFromRight - card().width() - card().left(), free.top() + kFromTop - card().top());
 }
 
 void SetupPanel::hide() {
     QDialog::hide();
+}
+
+/// What it asks goes with it, or the question would stand over the class.
+void SetupPanel::hideEvent(QHideEvent* event) {
+    DialogWindow::hideEvent(event);
+    for (QDialog* question : findChildren<QDialog*>()) {
+        question->reject();
+    }
 }
 
 void SetupPanel::paintEvent(QPaintEvent* event) {

@@ -32,6 +32,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     QWidget* makeHead();
@@ -45,7 +46,8 @@ private:
     void followScreens();
     void keepOnScreen();
     void place();
-    QRect freePlace() const;
+    QRect mainPlace() const;
+    QRect standingPlace() const;
 
     SetupContext context_;
     Disclosure* more_ = nullptr;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmo {
 
@@ -13,11 +14,13 @@ namespace {
 
 constexpr int kHeight = 8;
 constexpr int kGap = 3;
-constexpr int kMostFall = 4; // segments a reading: 20 readings a second empty a full meter in about 120 ms after speech
+constexpr int kFall = 120; // ms, of all segments
 
 } // namespace
 
-LevelMeter::LevelMeter(QWidget* parent) : QWidget(parent) {
+LevelMeter::LevelMeter(QWidget* parent)
+    : QWidget(parent),
+      fall_(this, kFall, QEasingCurve::Linear, [this] { light(static_cast<int>(std::ceil(fall_.value()))); }) {
     setFixedHeight(kHeight);
     setMinimumWidth(kSegments * (kGap + 4));
     setAccessibleName(tr("Nivel del micrófono"));
@@ -41,11 +44,28 @@ QColor LevelMeter::colorOf(int segment) {
 }
 
 void LevelMeter::setLevel(double level) {
-    const int wanted = std::max(segmentsFor(level), lit_ - kMostFall);
-    if (wanted != lit_) {
-        lit_ = wanted;
+    const int wanted = segmentsFor(level);
+    if (std::exchange(wanted_, wanted) == wanted) {
+        return;
+    }
+    if (wanted >= lit_ || !isVisible()) {
+        fall_.jump(wanted);
+    } else {
+        fall_.stop(); // a duration that changes on the way would move it
+        fall_.setDuration(kFall * (lit_ - wanted) / kSegments);
+        fall_.moveTo(wanted);
+    }
+}
+
+void LevelMeter::light(int segments) {
+    if (std::exchange(lit_, segments) != segments) {
         update();
     }
+}
+
+void LevelMeter::hideEvent(QHideEvent* event) {
+    fall_.jump(wanted_);
+    QWidget::hideEvent(event);
 }
 
 void LevelMeter::paintEvent(QPaintEvent*) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Fade.h"
+
 #include <QWidget>
 
 namespace velmo {
@@ -12,7 +14,7 @@ public:
 
     explicit LevelMeter(QWidget* parent = nullptr);
 
-    /// 0 to 1; rises at once, falls over 120 ms by being told again.
+    /// 0 to 1; rises at once and falls by itself: from all segments to none in 120 ms, at once while hidden.
     void setLevel(double level);
     int lit() const { return lit_; }
 
@@ -23,9 +25,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
+    void light(int segments);
+
     int lit_ = 0;
+    int wanted_ = 0;
+    Fade fall_; ///< of the segments that are lit; runs only while there are more than wanted
 };
 
 } // namespace velmo

@@ -40,10 +40,13 @@ Picker::Picker(QString symbol, const QString& name, QWidget* parent)
 }
 
 void Picker::setChoices(std::vector<Choice> choices, const QString& current) {
+    const auto found = std::ranges::find(choices, current, &Choice::id);
+    const std::size_t index = found == choices.end() ? 0 : static_cast<std::size_t>(found - choices.begin());
+    if (choices == choices_ && index == current_) {
+        return;
+    }
     choices_ = std::move(choices);
-    const auto found =
-        std::find_if(choices_.begin(), choices_.end(), [&](const Choice& one) { return one.id == current; });
-    current_ = found == choices_.end() ? 0 : static_cast<std::size_t>(found - choices_.begin());
+    current_ = index;
     setText(choices_.empty() ? QString() : choices_[current_].title);
     setToolTip(text());
     setAccessibleDescription(text()); // the name says what is chosen, this which
@@ -58,9 +61,14 @@ QSize Picker::sizeHint() const {
     return {180, Type::heightFor(kHeight)};
 }
 
-void Picker::choose(std::size_t index) {
+void Picker::step(std::size_t index) {
     if (index < choices_.size() && index != current_) {
-        const QString id = choices_[index].id;
+        choose(choices_[index].id);
+    }
+}
+
+void Picker::choose(QString id) {
+    if (std::ranges::find(choices_, id, &Choice::id) != choices_.end()) {
         setChoices(std::exchange(choices_, {}), id);
         emit picked(id);
     }
@@ -75,7 +83,7 @@ void Picker::openMenu() {
         QAction* action = menu->addAction(choices_[i].title);
         action->setCheckable(true);
         action->setChecked(i == current_);
-        connect(action, &QAction::triggered, this, [this, i] { choose(i); });
+        connect(action, &QAction::triggered, this, [this, id = choices_[i].id] { choose(id); });
     }
     menu->popup(mapToGlobal(QPoint(0, height() + 4)));
 }
@@ -83,10 +91,10 @@ void Picker::openMenu() {
 void Picker::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Down:
-        choose(current_ + 1);
+        step(current_ + 1);
         break;
     case Qt::Key_Up:
-        choose(current_ - 1); // from the first it wraps to an index that is none
+        step(current_ - 1); // from the first it wraps to an index that is none
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:

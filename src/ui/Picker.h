@@ -22,7 +22,7 @@ public:
     /// `symbol` may be empty; `name` is what assistive technology calls the picker.
     Picker(QString symbol, const QString& name, QWidget* parent = nullptr);
 
-    /// `current` that is none of them shows the first.
+    /// `current` that is none of them shows the first. Costs nothing when nothing is other than before.
     void setChoices(std::vector<Choice> choices, const QString& current);
     const std::vector<Choice>& choices() const { return choices_; }
     QString current() const;
@@ -32,7 +32,7 @@ public:
 signals:
     /// The menu is about to open: the choices can still be brought up to date.
     void opening();
-    /// Chosen by the user.
+    /// Chosen by the user, maybe again: what is shown need not have been a choice.
     void picked(const QString& id);
 
 protected:
@@ -41,7 +41,8 @@ protected:
 
 private:
     void openMenu();
-    void choose(std::size_t index);
+    void step(std::size_t index);
+    void choose(QString id);
 
     const QString symbol_;
     std::vector<Choice> choices_;

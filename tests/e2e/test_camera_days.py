@@ -1,5 +1,5 @@
-"""What goes wrong with a camera while a class is recorded, judged by the finished file. The camera is one of
-Video4Linux: a driver that does as it is told is loaded into the program."""
+"""What goes wrong with a camera while a class is prepared and recorded, judged by the screen and the finished file. The
+camera is one of Video4Linux: a driver that does as it is told is loaded into the program."""
 
 import subprocess
 import time
@@ -8,7 +8,7 @@ import unittest
 import screen_reader as reader
 from fake_camera import ID, Camera, ProgramWithCamera
 from picture import FIRST_BUBBLE, HEIGHT, WALL, LastFrame, bubble_areas, screen_pixels, wall, yuv
-from program import Program, judge, luma_of, pixel_on_screen, press, wait_until
+from program import Program, judge, luma_of, pixel_on_screen, press, press_in_library, wait_until
 
 RED, GREEN, BLUE = (0xC0, 0x40, 0x40), (0x40, 0xA0, 0x50), (0x40, 0x60, 0xC0)
 NOTHING = (0x14, 0x14, 0x14)  # a bubble without any picture
@@ -84,6 +84,23 @@ class Absent(Days):
             time.sleep(1)
             program.end_recording(path)
         self.assert_goes(path, MIDDLE, NOTHING, RED)
+
+
+class Prepared(Days):
+    def test_plugged_in_while_the_setup_panel_is_open_it_comes_up_and_unplugged_it_goes(self):
+        camera = Camera(RED)
+        camera.unplug()
+        reader.switch_on()
+        with wall(), ProgramWithCamera(camera, **PLAIN) as program:
+            press_in_library("ctrl+n")
+            reader.window("Nueva grabación")
+            self.assertEqual(bubble_areas(program), {})
+            camera.plug()
+            wait_on_screen(RED)
+            camera.unplug()
+            wait_until("the bubble's end", lambda: bubble_areas(program) == {}, 20)
+            camera.plug("video2")
+            wait_on_screen(RED)
 
 
 class Lost(Days):

@@ -66,7 +66,7 @@ private:
 
     std::unique_ptr<SetupPanel> make() {
         auto panel = std::make_unique<SetupPanel>(
-            SetupContext{*controller, prefs, speaking_, screens, microphone_, profiles_, [] {}},
+            SetupContext{*controller, prefs, speaking_, screens, microphone_, profiles_, timers, [] {}},
             std::vector<SetupSection>{{{QStringLiteral("Material de la clase"), QStringLiteral("books.vertical"),
                                         QStringLiteral("panel.material"), false},
                                        [this] { return new KitSetupSection(kit_); }}});

@@ -71,7 +71,7 @@ Composition::Surfaces::Surfaces(Platform& platform, Stores& stores, Session& ses
       countdown(platform.timers), kitPanel(stores.classKit, session.recorder, platform.screens),
       teleprompter({stores.prefs, platform.clock, platform.timers}),
       setupPanel({session.recorder, stores.prefs, stores.devices, platform.screens, camera, stores.profiles,
-                  [&platform] { showTemplates(platform.files); }},
+                  platform.timers, [&platform] { showTemplates(platform.files); }},
                  {kitSection(stores.classKit, stores.prefs)}),
       welcome(permissionServices(platform.capture, stores.permissions, platform.timers), stores.prefs,
               [&session] {

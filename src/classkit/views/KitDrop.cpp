@@ -4,10 +4,13 @@
 
 #include <QFile>
 #include <QMimeData>
+#include <QSet>
+#include <QString>
 #include <QUrl>
 
 #include <algorithm>
 #include <filesystem>
+#include <vector>
 
 namespace velmo::KitDrop {
 
@@ -21,6 +24,26 @@ bool isFile(const QUrl& url) {
     return url.isLocalFile() && !url.toLocalFile().isEmpty();
 }
 
+/// Files that lie next to each other in what was dropped, each of them once. The kit writes for each call, to the disk.
+class Run {
+public:
+    void take(const QUrl& file) {
+        const QString location = file.adjusted(QUrl::StripTrailingSlash).toLocalFile();
+        if (!taken_.contains(location)) {
+            taken_.insert(location);
+            files_.emplace_back(QFile::encodeName(location).toStdString());
+        }
+    }
+    void addTo(ClassKit& kit) {
+        kit.add(files_);
+        files_.clear();
+    }
+
+private:
+    std::vector<std::filesystem::path> files_;
+    QSet<QString> taken_;
+};
+
 } // namespace
 
 bool holdsMaterial(const QMimeData& data) {
@@ -29,13 +52,16 @@ bool holdsMaterial(const QMimeData& data) {
 }
 
 bool addTo(ClassKit& kit, const QMimeData& data) {
+    Run run;
     for (const QUrl& url : data.urls()) {
         if (isFile(url)) {
-            kit.add({std::filesystem::path(QFile::encodeName(url.toLocalFile()).toStdString())});
+            run.take(url);
         } else if (isWeb(url)) {
+            run.addTo(kit);
             kit.add(url.toString());
         }
     }
+    run.addTo(kit);
     return holdsMaterial(data);
 }
 

@@ -24,10 +24,7 @@ void show(Picker& picker, const std::vector<Device>& devices, const std::optiona
     if (!none.isEmpty()) {
         choices.push_back({kNone, none});
     }
-    const QString current = chosen ? QString::fromStdString(chosen->uniqueID) : kNone;
-    if (choices != picker.choices() || current != picker.current()) {
-        picker.setChoices(std::move(choices), current);
-    }
+    picker.setChoices(std::move(choices), chosen ? QString::fromStdString(chosen->uniqueID) : kNone);
 }
 
 } // namespace velmo::DevicePicker

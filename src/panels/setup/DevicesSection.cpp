@@ -1,9 +1,9 @@
 #include "panels/setup/DevicesSection.h"
 
-#include "session/MicrophoneLevel.h"
 #include "panels/setup/DevicePicker.h"
 #include "panels/setup/Rows.h"
 #include "panels/setup/SetupContext.h"
+#include "session/MicrophoneLevel.h"
 #include "session/RecorderController.h"
 #include "ui/Label.h"
 #include "ui/LevelMeter.h"
@@ -11,19 +11,25 @@
 
 #include <QVBoxLayout>
 
+#include <optional>
+
 namespace velmo {
 
 namespace {
 
-constexpr int kDevicesEvery = 1000; // ms
 constexpr int kBetweenPickers = 8;
+
+template <typename Device>
+QString idOf(const std::optional<Device>& device) {
+    return device ? QString::fromStdString(device->uniqueID) : QString();
+}
 
 } // namespace
 
 DevicesSection::DevicesSection(SetupContext& context, QWidget* parent)
     : QWidget(parent), context_(context), camera_(new Picker(QStringLiteral("video.fill"), QStringLiteral("Cámara"))),
       microphone_(new Picker(QStringLiteral("mic.fill"), QStringLiteral("Micrófono"))), meter_(new LevelMeter),
-      meterRow_(makeMeter()) {
+      meterRow_(makeMeter()), eachSecond_(*this, context.timers, [this] { look(); }) {
     Prefs& prefs = context.prefs;
     auto* column = Rows::column(*this);
     auto* pickers = new QVBoxLayout;
@@ -34,7 +40,7 @@ DevicesSection::DevicesSection(SetupContext& context, QWidget* parent)
     column->addLayout(pickers);
     Rows::add(*column, meterRow_);
     const auto writes = [this](Picker* picker, Setting<QString>& setting) {
-        connect(picker, &Picker::opening, this, &DevicesSection::refresh);
+        connect(picker, &Picker::opening, this, &DevicesSection::look);
         connect(picker, &Picker::picked, this, [this, &setting](const QString& id) {
             setting = id;
             context_.recorder.previewChanged();
@@ -42,9 +48,8 @@ DevicesSection::DevicesSection(SetupContext& context, QWidget* parent)
     };
     writes(camera_, prefs.cameraID);
     writes(microphone_, prefs.micID);
-    Rows::follow(*this, prefs, {&prefs.mode, &prefs.cameraID, &prefs.micID}, [this] { refresh(); });
-    timer_.setInterval(kDevicesEvery);
-    connect(&timer_, &QTimer::timeout, this, &DevicesSection::refresh);
+    Rows::follow(*this, prefs, {&prefs.mode, &prefs.cameraID, &prefs.micID, &prefs.secondCameraID},
+                 [this] { refresh(); });
 }
 
 QWidget* DevicesSection::makeMeter() {
@@ -69,17 +74,21 @@ void DevicesSection::refresh() {
     const auto microphone = context_.devices.microphone(prefs.micID.value());
     DevicePicker::show(*microphone_, context_.devices.microphones(), microphone, QStringLiteral("Sin micrófono"));
     meterRow_->setVisible(microphone.has_value());
+    meant_ = {idOf(camera), idOf(microphone), idOf(context_.devices.camera(prefs.secondCameraID.value()))};
+}
+
+/// Who writes a setting tells the previews; what is plugged in has only this section to tell of it.
+void DevicesSection::look() {
+    const Meant before = meant_;
+    refresh();
+    if (meant_ != before) {
+        context_.recorder.previewChanged();
+    }
 }
 
 void DevicesSection::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     refresh();
-    timer_.start();
-}
-
-void DevicesSection::hideEvent(QHideEvent* event) {
-    timer_.stop();
-    QWidget::hideEvent(event);
 }
 
 } // namespace velmo

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QTimer>
+#include "panels/setup/EachSecond.h"
+
+#include <QString>
 #include <QWidget>
 
 namespace velmo {
@@ -9,8 +11,8 @@ class LevelMeter;
 class Picker;
 struct SetupContext;
 
-/// Camera and microphone of the recording, and how loud the microphone hears. The lists follow what is plugged in
-/// while the section is seen. Main thread.
+/// Camera and microphone of the recording, and how loud the microphone hears. While the section is seen, the lists
+/// follow what is plugged in, and so do the previews. Main thread.
 class DevicesSection final : public QWidget {
     Q_OBJECT
 public:
@@ -18,18 +20,27 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
+    /// Ids of the devices that the settings mean now; empty for none.
+    struct Meant {
+        QString camera;
+        QString microphone;
+        QString secondCamera;
+        friend bool operator==(const Meant&, const Meant&) = default;
+    };
+
     QWidget* makeMeter();
     void refresh();
+    void look();
 
     SetupContext& context_;
     Picker* camera_;
     Picker* microphone_;
     LevelMeter* meter_;
     QWidget* meterRow_;
-    QTimer timer_;
+    Meant meant_;
+    EachSecond eachSecond_;
 };
 
 } // namespace velmo

@@ -131,14 +131,18 @@ void ProfilesMenu::open() {
 }
 
 void ProfilesMenu::askForName() {
-    auto* dialog = new NameDialog(
+    if (question_ && question_->isVisible()) {
+        question_->bringToFront();
+        return;
+    }
+    question_ = new NameDialog(
         {.title = QStringLiteral("Guardar configuración"),
          .explanation = QStringLiteral("Guarda todo el panel: modo, cámaras, burbuja, video, zoom y cámara completa."),
          .placeholder = QStringLiteral("Nombre (por ejemplo, Curso en video)"),
          .mostText = kMostName},
-        window()); // goes by itself
-    connect(dialog, &NameDialog::saved, this, [this](const QString& name) { profiles_.save(name); });
-    dialog->present();
+        window());
+    connect(question_, &NameDialog::saved, this, [this](const QString& name) { profiles_.save(name); });
+    question_->present();
 }
 
 } // namespace velmo

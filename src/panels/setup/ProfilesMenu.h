@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 namespace velmo {
 
+class NameDialog;
 class PopupMenu;
 class SettingsProfiles;
 
@@ -25,6 +27,7 @@ private:
     SettingsProfiles& profiles_;
     class Opener;
     Opener* opener_;
+    QPointer<NameDialog> question_; ///< goes by itself
 };
 
 } // namespace velmo

@@ -45,9 +45,10 @@ QString hint(VideoQuality quality, const std::optional<Screen>& screen) {
 
 } // namespace
 
-ResolutionRow::ResolutionRow(Prefs& prefs, const Screens& screens, QWidget* parent)
+ResolutionRow::ResolutionRow(Prefs& prefs, const Screens& screens, MainTimers& timers, QWidget* parent)
     : QWidget(parent), prefs_(prefs), screens_(screens), picker_(new Picker({}, QStringLiteral("Calidad"))),
-      caption_(makeWrappedLabel({}, TextStyle::caption, Theme::muted)), note_(makeNote()) {
+      caption_(makeWrappedLabel({}, TextStyle::caption, Theme::muted)), note_(makeNote()),
+      eachSecond_(*this, timers, [this] { refresh(); }) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Rows::kLabelGap);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/setup/EachSecond.h"
 #include "platform/Screens.h"
 #include "settings/Prefs.h"
 
@@ -17,8 +18,8 @@ class Picker;
 class ResolutionRow final : public QWidget {
     Q_OBJECT
 public:
-    /// Both borrowed.
-    ResolutionRow(Prefs& prefs, const Screens& screens, QWidget* parent = nullptr);
+    /// All borrowed.
+    ResolutionRow(Prefs& prefs, const Screens& screens, MainTimers& timers, QWidget* parent = nullptr);
 
     /// "1920 × 1080 px · fluida y con archivos livianos"
     static QString caption(VideoQuality quality, const std::optional<Screen>& screen);
@@ -38,6 +39,7 @@ private:
     Picker* picker_;
     QLabel* caption_;
     QWidget* note_;
+    EachSecond eachSecond_;
 };
 
 } // namespace velmo

@@ -8,6 +8,7 @@
 
 namespace velmo {
 
+class MainTimers;
 class MicrophoneLevel;
 class RecorderController;
 class SettingsProfiles;
@@ -20,6 +21,7 @@ struct SetupContext {
     const Screens& screens;
     const MicrophoneLevel& microphone;
     SettingsProfiles& profiles;
+    MainTimers& timers;
     /// Shows the slide templates that leave the camera's side free.
     std::function<void()> showTemplates = {};
 };

@@ -22,7 +22,8 @@ QString screenTitle(const Screen& screen, std::size_t index) {
 
 SourcesSection::SourcesSection(SetupContext& context, QWidget* parent)
     : QWidget(parent), context_(context), screen_(new Picker(QStringLiteral("display"), QStringLiteral("Pantalla"))),
-      secondCamera_(new Picker(QStringLiteral("video.badge.plus"), QStringLiteral("Segunda cámara"))) {
+      secondCamera_(new Picker(QStringLiteral("video.badge.plus"), QStringLiteral("Segunda cámara"))),
+      eachSecond_(*this, context.timers, [this] { refresh(); }) {
     Prefs& prefs = context.prefs;
     connect(screen_, &Picker::opening, this, &SourcesSection::refreshScreens);
     connect(screen_, &Picker::picked, this, [&prefs](const QString& id) { prefs.displayID = id.toLongLong(); });
@@ -42,6 +43,10 @@ SourcesSection::SourcesSection(SetupContext& context, QWidget* parent)
 
 void SourcesSection::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    refresh();
+}
+
+void SourcesSection::refresh() {
     refreshScreens();
     refreshCameras();
 }

@@ -11,7 +11,7 @@ namespace velmo {
 VideoSection::VideoSection(SetupContext& context, QWidget* parent) : QWidget(parent) {
     Prefs& prefs = context.prefs;
     auto* column = Rows::column(*this);
-    Rows::add(*column, new ResolutionRow(prefs, context.screens));
+    Rows::add(*column, new ResolutionRow(prefs, context.screens, context.timers));
     Rows::addSwitch(*column, prefs, prefs.fps60, QStringLiteral("Movimiento más fluido (60 cuadros por segundo)"));
     Rows::addSwitch(*column, prefs, prefs.systemAudio, QStringLiteral("Grabar el sonido de la computadora"),
                     QStringLiteral("Por ejemplo, el audio de un video que muestras en la clase."));

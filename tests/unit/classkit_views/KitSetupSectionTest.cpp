@@ -172,6 +172,30 @@ TEST_F(KitSetupSectionTest, DroppedFilesAndAddressesComeIntoTheListInTheirOrder)
     EXPECT_EQ(kit.items()[1].title, QStringLiteral("example.org/a b"));
 }
 
+TEST_F(KitSetupSectionTest, TwoHundredDroppedFilesAreWrittenAtOnce) {
+    QList<QUrl> files;
+    for (int i = 0; i < 200; ++i) {
+        files += QUrl::fromLocalFile(QStringLiteral("/c/lámina %1.png").arg(i));
+    }
+    const int before = world.store.writes();
+    EXPECT_TRUE(drop(files));
+    EXPECT_EQ(kit.items().size(), 200u);
+    EXPECT_EQ(kit.items()[199].location, QStringLiteral("/c/lámina 199.png"));
+    EXPECT_EQ(world.store.writes() - before, 1);
+}
+
+TEST_F(KitSetupSectionTest, ADroppedFileIsTakenOnceHoweverOftenItIsThere) {
+    const auto file = [](const char* path) { return QUrl::fromLocalFile(QString::fromLatin1(path)); };
+    kit.add({std::filesystem::path("/c")});
+    EXPECT_TRUE(drop({file("/a/"), file("/b"), file("/a"), file("/c"), QUrl(QStringLiteral("https://example.org/d")),
+                      file("/b"), file("/e")}));
+    QStringList locations;
+    for (const KitItem& item : kit.items()) {
+        locations += item.location;
+    }
+    EXPECT_EQ(locations, QStringList({"/c", "/a", "/b", "https://example.org/d", "/e"}));
+}
+
 TEST_F(KitSetupSectionTest, WhatIsNeitherFileNorAddressIsNotTaken) {
     EXPECT_FALSE(drop({}));
     EXPECT_FALSE(drop({QUrl(QStringLiteral("mailto:ana@example.org"))}));

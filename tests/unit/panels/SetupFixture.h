@@ -1,8 +1,8 @@
 #pragma once
 
-#include "support/FakeMicrophoneLevel.h"
 #include "panels/SetupPanel.h"
 #include "settings/SettingsProfiles.h"
+#include "support/FakeMicrophoneLevel.h"
 #include "unit/session/World.h"
 
 #include <memory>
@@ -32,7 +32,7 @@ protected:
 
     std::unique_ptr<SetupPanel> make(std::vector<SetupSection> material = {}) {
         return std::make_unique<SetupPanel>(
-            SetupContext{*controller, prefs, real, screens, microphone, profiles, [this] { ++templatesShown; }},
+            SetupContext{*controller, prefs, real, screens, microphone, profiles, timers, [this] { ++templatesShown; }},
             std::move(material));
     }
     /// By what is read on it, else by what assistive technology calls it.

@@ -13,7 +13,10 @@
 #include "ui/Switch.h"
 #include "ui/TextField.h"
 
+#include <QGuiApplication>
 #include <QLabel>
+#include <QMenu>
+#include <QScreen>
 #include <QTest>
 
 namespace velmo {
@@ -125,6 +128,86 @@ TEST_F(SetupPanelTest, DevicesThatComeAndGoAreSeenWhenTheMenuOpens) {
     EXPECT_EQ(cameraPicker->text(), QStringLiteral("Sin cámara"));
 }
 
+TEST_F(SetupPanelTest, ACameraThatStandsInForAnotherBecomesTheChoiceWhenItIsChosen) {
+    prefs.mode = RecordMode::cam;
+    prefs.cameraID = QStringLiteral("away");
+    const auto panel = make();
+    panel->show();
+    auto* picker = named<Picker>(*panel, "Cámara");
+    ASSERT_EQ(picker->current(), QStringLiteral("cam1"));
+    picker->click();
+    picker->findChild<QMenu*>()->actions().front()->trigger();
+    EXPECT_EQ(prefs.cameraID.value(), QStringLiteral("cam1"));
+}
+
+TEST_F(SetupPanelTest, ThePreviewsFollowTheCameraThatIsPluggedInAndOut) {
+    prefs.mode = RecordMode::screenCam;
+    const auto both = std::exchange(cameras.list, {});
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    cameras.list = both;
+    advance(1);
+    EXPECT_EQ(count("camera.configure cam1 mic1"), 1);
+    EXPECT_EQ(count("bubble.show"), 1);
+    cameras.list.erase(cameras.list.begin());
+    advance(1);
+    EXPECT_EQ(named<Picker>(*panel, "Cámara")->current(), QStringLiteral("cam2"));
+    EXPECT_EQ(count("camera.configure cam2 mic1"), 1);
+    cameras.list.clear();
+    emit named<Picker>(*panel, "Cámara")->opening();
+    test::settle();
+    EXPECT_EQ(count("bubble.hide"), 1);
+}
+
+TEST_F(SetupPanelTest, TheLevelFollowsTheMicrophoneThatIsPluggedIn) {
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    inputs.list.erase(inputs.list.begin());
+    microphones.list = {{"mic2", "Otro"}};
+    advance(1);
+    EXPECT_EQ(count("camera.configure none mic2"), 1);
+}
+
+TEST_F(SetupPanelTest, TheSecondBubbleFollowsItsCameraThoughItsCardIsClosed) {
+    prefs.mode = RecordMode::screenCam;
+    prefs.secondCameraID = QStringLiteral("cam2");
+    cameras.list.pop_back();
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    cameras.list.push_back({"cam2", "Camera 2"});
+    advance(1);
+    EXPECT_EQ(count("secondCamera.configure cam2"), 1);
+}
+
+TEST_F(SetupPanelTest, ThePreviewsAreLeftAloneWhileNothingIsPluggedAndWhileThePanelIsAway) {
+    prefs.mode = RecordMode::screenCam;
+    const auto panel = make();
+    panel->show();
+    controller->openSetup();
+    test::settle();
+    taken();
+    named<ModeTile>(*panel, "Cámara")->click();
+    test::settle();
+    EXPECT_EQ(count("bubble.show"), 1);
+    advance(5);
+    EXPECT_EQ(count("bubble.show"), 1) << "whoever writes a setting has told them";
+    panel->hide();
+    taken();
+    cameras.list.clear();
+    advance(5);
+    EXPECT_THAT(calls, testing::IsEmpty());
+    EXPECT_EQ(timers.running(), 0);
+}
+
 TEST_F(SetupPanelTest, WhatIsForTheCameraAloneStandsOnlyInTheModesThatUseIt) {
     const auto panel = make();
     panel->show();
@@ -217,6 +300,27 @@ TEST_F(SetupPanelTest, ADisplayIsChosenByItsIdentifierAndTheFirstEntryIsTheMainO
     EXPECT_EQ(picker->current(), QStringLiteral("0"));
 }
 
+TEST_F(SetupPanelTest, ScreensAndCamerasThatChangeWhileItsCardsAreOpenAreSeen) {
+    store.setBoolean(QStringLiteral("panel.mas"), true);
+    store.setBoolean(QStringLiteral("panel.fuentes"), true);
+    const auto panel = make();
+    panel->show();
+    const auto* resolution = panel->findChild<ResolutionRow*>();
+    const auto caption = [resolution] { return resolution->findChildren<QLabel*>()[1]->text(); };
+    ASSERT_TRUE(caption().startsWith(QStringLiteral("2880 × 1800 px"))) << caption().toStdString();
+    const auto* screenPicker = named<Picker>(*panel, "Pantalla");
+    const auto* cameraPicker = named<Picker>(*panel, "Segunda cámara");
+    ASSERT_EQ(cameraPicker->choices().size(), 3u);
+    screens.screens = {{1, {0, 0, 1280, 720}, 1}, {2, {1280, 0, 1024, 768}, 1}, {3, {2304, 0, 800, 600}, 2}};
+    cameras.list.pop_back();
+    advance(1);
+    EXPECT_TRUE(caption().startsWith(QStringLiteral("1280 × 720 px"))) << caption().toStdString();
+    ASSERT_EQ(screenPicker->choices().size(), 3u);
+    EXPECT_EQ(screenPicker->choices()[1].title, QStringLiteral("Pantalla 2 · 1024 × 768"));
+    EXPECT_EQ(screenPicker->choices()[2].title, QStringLiteral("Pantalla 3 · 1600 × 1200"));
+    EXPECT_EQ(cameraPicker->choices().size(), 2u);
+}
+
 TEST_F(SetupPanelTest, ASecondCameraIsNoneUntilOneIsChosen) {
     const auto panel = make();
     auto* picker = named<Picker>(*panel, "Segunda cámara");
@@ -277,6 +381,27 @@ TEST_F(SetupPanelTest, ItsHeightFollowsItsContentAndStaysOnTheScreen) {
     QCoreApplication::processEvents();
     arrive(*panel);
     EXPECT_EQ(panel->height(), basic);
+}
+
+TEST_F(SetupPanelTest, ItGrowsAsFarAsTheScreenThatItWasMovedToHasRoom) {
+    const int low = 400;
+    const double height = QGuiApplication::primaryScreen()->geometry().height();
+    screens.screens[1].frame = {1440, height - low, 1920, low}; // beside the upper part of the main one
+    const auto panel = make();
+    panel->show();
+    QCoreApplication::processEvents();
+    const QPoint place = QPoint(1500, 20) - panel->card().topLeft();
+    panel->move(place);
+    named<Disclosure>(*panel, "Más opciones")->click();
+    QCoreApplication::processEvents();
+    arrive(*panel);
+    EXPECT_LE(panel->pos().y() + panel->card().bottom(), low);
+    EXPECT_EQ(panel->pos(), place);
+    panel->move(QPoint(20, 20) - panel->card().topLeft());
+    named<Disclosure>(*panel, "Menos opciones")->click();
+    QCoreApplication::processEvents();
+    arrive(*panel);
+    EXPECT_GT(panel->pos().y() + panel->card().bottom(), low);
 }
 
 TEST_F(SetupPanelTest, ItGrowsSmoothlyAndItsTopAndItsControlsStayWhereTheyAre) {

@@ -4,6 +4,7 @@
 #include "ui/Button.h"
 #include "ui/Chip.h"
 #include "ui/ColorWell.h"
+#include "ui/NameDialog.h"
 #include "ui/PopupMenu.h"
 #include "ui/Segments.h"
 #include "ui/Slider.h"
@@ -15,6 +16,7 @@
 #include <QClipboard>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QTest>
 
 namespace velmo {
@@ -223,6 +225,40 @@ TEST_F(SetupSectionsTest, AProfileIsAppliedMarkedAndRemovedByItsEntry) {
     menu.reset(profilesMenu->makeMenu());
     menu->actions().back()->menu()->actions().front()->trigger();
     EXPECT_EQ(profiles.names(), QStringList{"Curso"});
+}
+
+NameDialog* askForName(const SetupPanel& panel) {
+    const std::unique_ptr<PopupMenu> menu(panel.findChild<ProfilesMenu*>()->makeMenu());
+    for (QAction* action : menu->actions()) {
+        if (action->text() == QStringLiteral("Guardar configuración actual…")) {
+            action->trigger();
+        }
+    }
+    return panel.findChild<NameDialog*>();
+}
+
+TEST_F(SetupSectionsTest, TheQuestionForAProfilesNameGoesWithThePanel) {
+    for (const bool byRecording : {true, false}) {
+        panel->show();
+        const QPointer<NameDialog> question = askForName(*panel);
+        ASSERT_TRUE(question && question->isVisible());
+        byRecording ? panel->hide() : panel->reject();
+        EXPECT_FALSE(question && question->isVisible()) << byRecording;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(question.isNull()) << byRecording;
+    }
+    EXPECT_TRUE(profiles.names().isEmpty());
+}
+
+TEST_F(SetupSectionsTest, AProfilesNameIsAskedForOnce) {
+    NameDialog* question = askForName(*panel);
+    EXPECT_EQ(askForName(*panel), question);
+    EXPECT_EQ(panel->findChildren<NameDialog*>().size(), 1);
+    question->findChild<TextField*>()->setText(QStringLiteral("Curso"));
+    QTest::keyClick(question->findChild<TextField*>(), Qt::Key_Return);
+    EXPECT_EQ(profiles.names(), QStringList{"Curso"});
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(askForName(*panel)->isVisible()) << "one that was answered is no hindrance";
 }
 
 } // namespace

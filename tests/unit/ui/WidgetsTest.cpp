@@ -3,6 +3,7 @@
 #include "ui/LevelMeter.h"
 #include "ui/NameDialog.h"
 #include "ui/Picker.h"
+#include "ui/PopupMenu.h"
 #include "ui/Shadow.h"
 #include "ui/SwitchRow.h"
 #include "ui/TextField.h"
@@ -64,15 +65,32 @@ TEST(NameDialog, BeginsWithTheNameThatIsThereAllOfItSelected) {
     EXPECT_EQ(dialog.findChild<TextField*>()->selectedText(), QStringLiteral("Clase"));
 }
 
-TEST(LevelMeter, RisesAtOnceAndFallsStepByStep) {
+TEST(LevelMeter, RisesAtOnceAndFallsByItselfAfterTheLastWord) {
     LevelMeter meter;
+    meter.show();
     meter.setLevel(1);
     EXPECT_EQ(meter.lit(), 22);
     meter.setLevel(0);
-    EXPECT_GT(meter.lit(), 0);
-    for (int i = 0; i < 10; ++i) {
-        meter.setLevel(0);
-    }
+    EXPECT_EQ(meter.lit(), 22);
+    auto* fall = meter.findChild<Fade*>();
+    fall->setCurrentTime(60);
+    EXPECT_EQ(meter.lit(), 11);
+    meter.setLevel(0.75);
+    EXPECT_EQ(meter.lit(), 17);
+    meter.setLevel(0);
+    fall->setCurrentTime(120);
+    EXPECT_EQ(meter.lit(), 0);
+    EXPECT_EQ(fall->state(), Fade::Stopped) << "nothing ticks in silence";
+}
+
+TEST(LevelMeter, ComesUpWithoutTheBarsOfBefore) {
+    LevelMeter meter;
+    meter.show();
+    meter.setLevel(1);
+    meter.setLevel(0.5);
+    meter.hide();
+    EXPECT_EQ(meter.lit(), 11);
+    meter.setLevel(0);
     EXPECT_EQ(meter.lit(), 0);
 }
 
@@ -100,6 +118,38 @@ TEST(Picker, StepsThroughTheChoicesByKeyAndStopsAtBothEnds) {
     press(Qt::Key_Down);
     EXPECT_EQ(picked.count(), 1);
     EXPECT_EQ(picker.current(), QStringLiteral("b"));
+}
+
+PopupMenu* menuOf(Picker& picker) {
+    picker.click();
+    return picker.findChild<PopupMenu*>();
+}
+
+TEST(Picker, AnEntryOfItsOpenMenuIsWhatItSaysThoughTheListBelowItHasChanged) {
+    Picker picker({}, {});
+    const Picker::Choice a{QStringLiteral("a"), QStringLiteral("Uno")};
+    const Picker::Choice b{QStringLiteral("b"), QStringLiteral("Dos")};
+    const Picker::Choice c{QStringLiteral("c"), QStringLiteral("Tres")};
+    picker.setChoices({a, b, c}, a.id);
+    const QSignalSpy picked(&picker, &Picker::picked);
+    const QMenu& menu = *menuOf(picker);
+    picker.setChoices({c, a}, a.id);
+    menu.actions()[1]->trigger();
+    EXPECT_EQ(picker.current(), a.id) << "what has gone cannot be chosen";
+    EXPECT_TRUE(picked.isEmpty());
+    menu.actions()[2]->trigger();
+    EXPECT_EQ(picker.current(), c.id);
+    ASSERT_EQ(picked.size(), 1);
+    EXPECT_EQ(picked.front().front(), c.id);
+}
+
+TEST(Picker, WhatIsShownForAChoiceThatIsGoneCanBeChosenFromTheMenu) {
+    Picker picker({}, {});
+    picker.setChoices({{QStringLiteral("a"), {}}, {QStringLiteral("b"), {}}}, QStringLiteral("gone"));
+    const QSignalSpy picked(&picker, &Picker::picked);
+    menuOf(picker)->actions()[0]->trigger();
+    ASSERT_EQ(picked.size(), 1);
+    EXPECT_EQ(picked.front().front(), QStringLiteral("a"));
 }
 
 TEST(SwitchRow, TellsOnlyWhatTheUserSwitches) {
