@@ -146,6 +146,19 @@ TEST_F(RecordingJournal, IsLockedUntilItIsRemovedAlsoWhenItsWriterHasGone) {
     removeJournal(video_); // nothing happens
 }
 
+TEST_F(RecordingJournal, IsAbsentOnlyWhenItIsCertainlyNotThere) {
+    EXPECT_FALSE(hasJournal(video_));
+    EXPECT_FALSE(hasJournal(folder_ / "no such folder" / "Clase.mp4"));
+    writeBytes(video_, "x");
+    EXPECT_FALSE(hasJournal(video_ / "Clase.mp4")) << "a file is no folder";
+    write({});
+    EXPECT_TRUE(hasJournal(video_));
+
+    std::filesystem::create_symlink("round", folder_ / "round");
+    EXPECT_TRUE(hasJournal(folder_ / "round" / "Clase.mp4")) << "nobody can tell";
+    EXPECT_TRUE(hasJournal(folder_ / std::string(400, 'x')));
+}
+
 TEST_F(RecordingJournal, IsHiddenBesideItsVideoAndTellsItsName) {
     EXPECT_EQ(journalOf("/a/b.mp4"), "/a/.b.mp4.velmo-journal");
     EXPECT_EQ(videoOfJournal("/a/.b.mp4.velmo-journal"), std::filesystem::path("/a/b.mp4"));
