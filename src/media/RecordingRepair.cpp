@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <system_error>
 #include <unistd.h>
@@ -87,14 +86,12 @@ Result<Path> broughtBack(const Path& aside, const Path& named) {
         const Path target = n == 1 ? named
                                    : named.parent_path() / (named.stem().native() + " (" + std::to_string(n) + ")" +
                                                             named.extension().native());
-        if (::renameat2(AT_FDCWD, aside.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+        const Result<void> moved = renameWithoutReplacing(aside, target);
+        if (moved) {
             return target;
         }
-        if ((errno == EINVAL || errno == ENOSYS) && !isThere(target)) {
-            return ::rename(aside.c_str(), target.c_str()) == 0 ? Result<Path>(target) : posixError(errno);
-        }
-        if (errno != EEXIST) {
-            return posixError(errno);
+        if (moved.error().code != EEXIST) {
+            return moved.error();
         }
     }
 }

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 
@@ -144,6 +145,15 @@ TEST_F(RecordingJournal, IsLockedUntilItIsRemovedAlsoWhenItsWriterHasGone) {
     removeJournal(video_);
     EXPECT_FALSE(std::filesystem::exists(journal_));
     removeJournal(video_); // nothing happens
+}
+
+TEST_F(RecordingJournal, IsNotMadeInPlaceOfAnotherOne) {
+    write(someRecords());
+    unlockJournal(video_);
+    const auto another = JournalWriter::create(video_, RecordingId{4, 5, 6});
+    ASSERT_FALSE(another);
+    EXPECT_EQ(another.error().code, EEXIST);
+    EXPECT_EQ(read(), someRecords());
 }
 
 TEST_F(RecordingJournal, IsAbsentOnlyWhenItIsCertainlyNotThere) {

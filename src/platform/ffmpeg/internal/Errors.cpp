@@ -34,6 +34,7 @@ constexpr Words<int> kSystemWords[] = {
     {EROFS, "El disco es de solo lectura."},
     {ENOENT, "No se encuentra el archivo o su carpeta."},
     {ENOTDIR, "No se encuentra el archivo o su carpeta."},
+    {EEXIST, "Ya hay un archivo con ese nombre."},
     {EISDIR, "El archivo es una carpeta."},
     {ENAMETOOLONG, "El nombre del archivo es demasiado largo."},
     {EIO, "El disco dio un error."},

@@ -1,5 +1,6 @@
 #include "platform/ffmpeg/internal/JournaledFile.h"
 
+#include "base/AtomicFile.h"
 #include "base/Checksum.h"
 #include "base/PosixError.h"
 #include "media/JournalReader.h"
@@ -187,11 +188,10 @@ Result<void> JournaledFile::writeIndex() {
     return {};
 }
 
-/// Whoever hears of the failure takes away what is under the recording's name.
+/// Out of the library's sight until it is repaired. Where that cannot be done, its journal protects it under its name.
 Error JournaledFile::putAside(Error reason) {
     file_.reset();
-    std::error_code ignored;
-    std::filesystem::rename(path_, asideOf(path_), ignored);
+    static_cast<void>(renameWithoutReplacing(path_, asideOf(path_)));
     unlockJournal(path_);
     reason.text += " Lo grabado se conserva y se intentará recuperar al volver a abrir Velmo Studio.";
     return reason;
