@@ -147,16 +147,16 @@ Result<ClosedVideo> closeVideo(int video, JournalReader& journal, const JournalS
     if (journal.failed()) {
         return posixError(EIO);
     }
+    if (!index.hasPictures()) {
+        return check.readFailure() != 0 ? Result<ClosedVideo>(posixError(check.readFailure())) : ClosedVideo{};
+    }
     if (closing == Closing::afterCrash) {
-        if (!index.hasPictures()) {
-            return check.readFailure() != 0 ? Result<ClosedVideo>(posixError(check.readFailure())) : ClosedVideo{};
-        }
         index.holdPictureUntil(summary.microseconds);
     }
     if (const Result<void> written = writeIndex(video, index); !written) {
         return written.error();
     }
-    return ClosedVideo{index.duration(), index.hasPictures()};
+    return ClosedVideo{index.duration(), true};
 }
 
 } // namespace velmo

@@ -29,7 +29,7 @@ enum class Closing {
 
 struct ClosedVideo {
     std::int64_t microseconds = 0; ///< that it plays
-    bool hasPictures = false;      ///< after a crash nothing is written without
+    bool hasPictures = false;      ///< nothing is written without
 };
 
 /// Gives the video its index, behind its last good sample, and waits until all is on the disk. The file is cut or grown

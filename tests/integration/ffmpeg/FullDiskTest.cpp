@@ -171,6 +171,22 @@ TEST(DiskThatFails, EndsTheRecordingAndKeepsIt) {
     expectPlayable(folder / "a.mp4");
 }
 
+TEST(DiskThatFails, BeforeTheFirstPictureLeavesNothingAndSaysWhy) {
+    const TemporaryFolder folder;
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{2000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const Outcome outcome =
+        recordUntilInterrupted(folder / "a.mp4", 0, 2000, [&] { setrlimit(RLIMIT_FSIZE, &before); });
+    std::signal(SIGXFSZ, ignored);
+    EXPECT_TRUE(outcome.interrupted);
+    EXPECT_EQ(outcome.status, WriterStatus::failed);
+    EXPECT_EQ(outcome.told.text, "El archivo es demasiado grande para este disco.");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
 /// As when the disk goes away for good: not even the index has room.
 Outcome recordToADiskThatStaysFull(const std::filesystem::path& path) {
     rlimit before{};

@@ -23,6 +23,7 @@ constexpr Words<MediaError> kMediaWords[] = {
     {MediaError::noPicture, "El video no tiene imagen en ese momento."},
     {MediaError::encoder, "El codificador no pudo continuar."},
     {MediaError::readFailed, "El archivo no se pudo leer hasta el final."},
+    {MediaError::nothingRecorded, "La grabación terminó antes de capturar imagen."},
 };
 
 constexpr Words<int> kSystemWords[] = {

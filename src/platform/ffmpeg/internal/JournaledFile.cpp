@@ -134,6 +134,7 @@ Result<void> JournaledFile::write(const AVPacket& packet, int track) {
         return noted;
     }
     ++packets_;
+    hasPictures_ = hasPictures_ || codecs_[static_cast<std::size_t>(track)] == AV_CODEC_ID_H264;
     sync_->wrote(file_->end());
     return noteSynced();
 }
@@ -181,6 +182,9 @@ Result<void> JournaledFile::writeIndex() {
     const auto closed = closeVideo(file_->descriptor(), reader, summary, Closing::afterWriting);
     if (!closed) {
         return closed.error();
+    }
+    if (!closed.value().hasPictures) {
+        return posixError(EIO); // they were written, and the journal does not know them any more
     }
     // Without this word the next launch would only do the same again.
     static_cast<void>(journal_->add(JournalFinished{closed.value().microseconds}));
