@@ -1,7 +1,6 @@
 #include "media/RecordingRepair.h"
 
 #include "base/PosixError.h"
-#include "media/RecordingClose.h"
 #include "support/FewFiles.h"
 #include "support/LeftRecording.h"
 #include "support/SmallDisk.h"
@@ -11,7 +10,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 
 namespace velmo {
 namespace {
@@ -213,19 +211,6 @@ TEST_F(RecordingRepair, WhatElseIsNamedLikeAVideoIsNoReasonToWait) {
     std::filesystem::create_symlink("b.mp4", folder_ / "b.mp4");
     EXPECT_FALSE(repair());
     EXPECT_FALSE(isThere(left.journal()));
-}
-
-TEST_F(RecordingRepair, SamplesThatCannotBeReadAreNotTakenForNothingRecorded) {
-    LeftRecording left(video_);
-    left.record(30);
-    left.die();
-    const FileDescriptor journal(::open(left.journal().c_str(), O_RDONLY));
-    const FileDescriptor unreadable(::open(video_.c_str(), O_WRONLY));
-    JournalReader reader(journal.number());
-    const auto done = closeVideo(unreadable.number(), reader, summaryOf(reader), Closing::afterCrash);
-    ASSERT_FALSE(done.ok());
-    EXPECT_EQ(done.error().code, EBADF);
-    EXPECT_EQ(bytesOf(video_), left.data());
 }
 
 TEST_F(RecordingRepair, AVideoWithoutAJournalIsNobodysBusiness) {
