@@ -39,7 +39,7 @@ Composition::Composition(const LaunchOptions& options)
 }
 
 Composition::~Composition() {
-    session_->recorder.attach({}); // the surfaces go first
+    session_->recorder.detach(); // the surfaces go first
 }
 
 AppDelegate& Composition::delegate() {

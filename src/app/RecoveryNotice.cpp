@@ -1,5 +1,7 @@
 #include "app/RecoveryNotice.h"
 
+#include <QStringList>
+
 #include <utility>
 
 namespace velmo {
@@ -11,18 +13,22 @@ RecoveryNotice::RecoveryNotice(Recovery& recovery, RecorderController& recorder,
     connect(&recorder, &RecorderController::stateChanged, this, &RecoveryNotice::tellWhenIdle, Qt::QueuedConnection);
 }
 
-std::optional<QString> RecoveryNotice::sentence(std::size_t recovered, const QString& title, int failures) {
+std::optional<QString> RecoveryNotice::text(std::size_t recovered, const QString& title, int failures) {
+    QStringList sentences;
     if (recovered == 1) {
-        return QStringLiteral("Se recuperó «%1», una grabación que había quedado sin terminar.").arg(title);
+        sentences << QStringLiteral("Se recuperó «%1», una grabación que había quedado sin terminar.").arg(title);
+    } else if (recovered > 1) {
+        sentences << QStringLiteral("Se recuperaron %1 grabaciones que habían quedado sin terminar.").arg(recovered);
     }
-    if (recovered > 1) {
-        return QStringLiteral("Se recuperaron %1 grabaciones que habían quedado sin terminar.").arg(recovered);
+    if (failures == 1) {
+        sentences << QStringLiteral("Quedó una grabación sin terminar que todavía no se pudo recuperar; se intentará "
+                                    "otra vez al volver a abrir Velmo Studio.");
+    } else if (failures > 1) {
+        sentences << QStringLiteral("Quedaron %1 grabaciones sin terminar que todavía no se pudieron recuperar; se "
+                                    "intentará otra vez al volver a abrir Velmo Studio.")
+                         .arg(failures);
     }
-    if (failures > 0) {
-        return QStringLiteral("Quedó una grabación sin terminar que todavía no se pudo recuperar; se intentará otra "
-                              "vez al volver a abrir Velmo Studio.");
-    }
-    return std::nullopt;
+    return sentences.isEmpty() ? std::nullopt : std::optional(sentences.join(QLatin1Char(' ')));
 }
 
 void RecoveryNotice::tellWhenIdle() {
@@ -34,8 +40,8 @@ void RecoveryNotice::tellWhenIdle() {
 QCoro::Task<void> RecoveryNotice::tell() {
     const auto& recovered = recovery_.recovered();
     const QString title = recovered.empty() ? QString() : QString::fromStdString(recovered.back().stem().native());
-    const auto text = sentence(recovered.size(), title, recovery_.failures());
-    if (!text) {
+    const auto news = text(recovered.size(), title, recovery_.failures());
+    if (!news) {
         co_return;
     }
     if (!recovered.empty()) {
@@ -44,7 +50,7 @@ QCoro::Task<void> RecoveryNotice::tell() {
     co_await alerts_.inform(recovered.empty()       ? QStringLiteral("Grabación sin terminar")
                             : recovered.size() == 1 ? QStringLiteral("Grabación recuperada")
                                                     : QStringLiteral("Grabaciones recuperadas"),
-                            *text);
+                            *news);
 }
 
 } // namespace velmo

@@ -12,16 +12,17 @@
 
 namespace velmo {
 
-/// Tells the user, once, that recordings were recovered, with the last of them selected in the library; not while a
-/// session runs, but after it. Main thread. All are borrowed and outlive this object.
+/// Tells the user, once, that recordings were recovered, with the last of them selected in the library, and which could
+/// not be; not while a session runs, but after it. Main thread. All are borrowed and outlive this object.
 class RecoveryNotice final : public QObject {
     Q_OBJECT
 
 public:
     RecoveryNotice(Recovery& recovery, RecorderController& recorder, LibraryWindowPort& window, AlertPort& alerts);
 
-    /// `title` is that of the only one. Absent when there is nothing to tell.
-    static std::optional<QString> sentence(std::size_t recovered, const QString& title, int failures);
+    /// What was recovered, and what could not be yet. `title` is that of the only one. Absent when there is nothing to
+    /// tell.
+    static std::optional<QString> text(std::size_t recovered, const QString& title, int failures);
 
 private:
     void tellWhenIdle();

@@ -103,4 +103,20 @@ Result<std::filesystem::path> keepDamagedFileAside(const std::filesystem::path& 
     }
 }
 
+Result<void> renameWithoutReplacing(const std::filesystem::path& from, const std::filesystem::path& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return {};
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return posixError(errno);
+    }
+    // This file system cannot tell and rename at once, so somebody else may still come between.
+    std::error_code unknown;
+    const auto kind = std::filesystem::symlink_status(to, unknown).type();
+    if (kind != std::filesystem::file_type::not_found) {
+        return posixError(kind == std::filesystem::file_type::none ? unknown.value() : EEXIST);
+    }
+    return ::rename(from.c_str(), to.c_str()) == 0 ? Result<void>() : posixError(errno);
+}
+
 } // namespace velmo

@@ -22,6 +22,9 @@ Result<std::string> readWholeFile(const std::filesystem::path& file);
 /// Used for files that cannot be read, before a new one takes their place.
 Result<std::filesystem::path> keepDamagedFileAside(const std::filesystem::path& file);
 
+/// Renames `from` to `to`. Error as above; EEXIST when `to` is taken: what bears that name is never replaced.
+Result<void> renameWithoutReplacing(const std::filesystem::path& from, const std::filesystem::path& to);
+
 /// Sees to it that names made, changed or taken away in `folder` have reached the disk. Blocks on the disk; a file
 /// system that cannot do that is left alone.
 void syncFolder(const std::filesystem::path& folder);

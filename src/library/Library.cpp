@@ -38,6 +38,16 @@ double thumbnailTime(double duration) {
     return duration == 0 || duration > kShortRecording ? kThumbnailSeconds : 0;
 }
 
+/// By a video, or by one that waits under this name to be repaired. A folder that cannot be looked into has nothing
+/// taken: the recording itself will tell.
+bool isTaken(const std::filesystem::path& video) {
+    const auto isThere = [](const std::filesystem::path& file) {
+        std::error_code ignored;
+        return std::filesystem::exists(std::filesystem::symlink_status(file, ignored));
+    };
+    return isThere(video) || isThere(journalOf(video)) || isThere(asideOf(video));
+}
+
 FrameRef readThumbnail(const AssetInspector& inspector, const std::filesystem::path& url, double seconds) {
     auto image = inspector.image(url, seconds, kThumbnailSide);
     if (!image) {
@@ -206,8 +216,7 @@ std::filesystem::path Library::newRecordingURL() {
     createFolder();
     const std::string base = internal::recordingName(services_.now()).toStdString();
     std::filesystem::path candidate = folder_ / (base + ".mp4");
-    std::error_code ignored;
-    for (int n = 2; std::filesystem::exists(std::filesystem::symlink_status(candidate, ignored)); ++n) {
+    for (int n = 2; isTaken(candidate); ++n) {
         candidate = folder_ / (base + " (" + std::to_string(n) + ").mp4");
     }
     return candidate;

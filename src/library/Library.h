@@ -68,7 +68,7 @@ public:
 
     /// Scans the folder again.
     void reload();
-    /// A name for the next recording under which no file exists.
+    /// A name for the next recording under which no file exists, nor any that waits to be repaired.
     std::filesystem::path newRecordingURL();
     /// Enters a finished recording and sets the focus to it. `titles` by index into `markers`. True when the disk has
     /// it too; the recording's journal then goes.

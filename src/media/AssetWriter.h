@@ -74,7 +74,8 @@ public:
     /// Ends without a usable file and removes what was written.
     virtual void cancelWriting() = 0;
     /// Encodes what is left and closes the file; `completion` is called once, on a thread of the writer's.
-    /// The status is then `completed` or `failed`.
+    /// The status is then `completed` or `failed`. Where no picture has reached the file it fails, with the reason of
+    /// the interruption if there was one, and leaves no file.
     virtual void finishWriting(std::function<void()> completion) = 0;
     /// For the case that this process does not live to finish the file: a mark that was made, and how long the
     /// recording is by now, counted from the session's start, also when no sample came for a while. While writing, on

@@ -20,8 +20,7 @@ constexpr std::int64_t kClaimStep = 256 << 10; // promised by the disk ahead of 
 Result<std::unique_ptr<JournalWriter>> JournalWriter::create(const std::filesystem::path& video,
                                                              const RecordingId& id) {
     const std::filesystem::path journal = journalOf(video);
-    removeJournal(video);
-    const int descriptor = ::open(journal.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    const int descriptor = ::open(journal.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (descriptor < 0) {
         return posixError(errno);
     }

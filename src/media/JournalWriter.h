@@ -18,7 +18,7 @@ namespace velmo {
 /// the recording goes on for a while. Errors: domain "POSIX", the system's number.
 class JournalWriter {
 public:
-    /// Makes the journal of `video`, in place of one that may be there.
+    /// Makes the journal of `video`. EEXIST when there is one: it is another recording's, which may wait for repair.
     static Result<std::unique_ptr<JournalWriter>> create(const std::filesystem::path& video, const RecordingId& id);
     JournalWriter(const JournalWriter&) = delete;
     JournalWriter& operator=(const JournalWriter&) = delete;

@@ -37,6 +37,9 @@ public:
         : video_(video), fileSize_(fileSize), trusted_(closing == Closing::afterWriting ? fileSize : summary.syncedEnd),
           tracks_(summary.tracks), lost_(summary.tracks.size()) {}
 
+    /// Why a sample could not be looked at; 0 when all could.
+    int readFailure() const { return readFailure_; }
+
     bool passes(const JournalSample& sample) {
         if (sample.track >= tracks_.size()) {
             return false;
@@ -65,7 +68,11 @@ private:
         while (done < bytes_.size()) {
             const ssize_t count = ::pread(video_, bytes_.data() + done, bytes_.size() - done,
                                           sample.offset + static_cast<std::int64_t>(done));
-            if (count == 0 || (count < 0 && errno != EINTR)) {
+            if (count < 0 && errno != EINTR) {
+                readFailure_ = errno;
+                return false;
+            }
+            if (count == 0) {
                 return false;
             }
             done += count > 0 ? static_cast<std::size_t>(count) : 0;
@@ -79,6 +86,7 @@ private:
     const std::vector<JournalTrack>& tracks_;
     std::vector<bool> lost_; // by track: a picture is missing since the last key picture
     std::vector<std::byte> bytes_;
+    int readFailure_ = 0;
 };
 
 Result<void> writeIndex(int video, const Mp4Index& index) {
@@ -139,16 +147,16 @@ Result<ClosedVideo> closeVideo(int video, JournalReader& journal, const JournalS
     if (journal.failed()) {
         return posixError(EIO);
     }
+    if (!index.hasPictures()) {
+        return check.readFailure() != 0 ? Result<ClosedVideo>(posixError(check.readFailure())) : ClosedVideo{};
+    }
     if (closing == Closing::afterCrash) {
-        if (!index.hasPictures()) {
-            return ClosedVideo{};
-        }
         index.holdPictureUntil(summary.microseconds);
     }
     if (const Result<void> written = writeIndex(video, index); !written) {
         return written.error();
     }
-    return ClosedVideo{index.duration(), index.hasPictures()};
+    return ClosedVideo{index.duration(), true};
 }
 
 } // namespace velmo

@@ -29,11 +29,12 @@ enum class Closing {
 
 struct ClosedVideo {
     std::int64_t microseconds = 0; ///< that it plays
-    bool hasPictures = false;      ///< after a crash nothing is written without
+    bool hasPictures = false;      ///< nothing is written without
 };
 
 /// Gives the video its index, behind its last good sample, and waits until all is on the disk. The file is cut or grown
 /// to what belongs to it. Doing it again gives the same file, also when the time before was cut short.
+/// Samples that cannot be read are left out; it is an error only when no picture remains then.
 /// `video` is open for reading and writing. Errors: domain "POSIX".
 Result<ClosedVideo> closeVideo(int video, JournalReader& journal, const JournalSummary& summary, Closing closing);
 

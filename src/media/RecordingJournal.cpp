@@ -36,7 +36,8 @@ std::filesystem::path asideOf(const std::filesystem::path& video) {
 
 bool hasJournal(const std::filesystem::path& video) {
     std::error_code ignored;
-    return std::filesystem::exists(journalOf(video), ignored);
+    // Whoever hears "no" may delete the video: only what is certainly not there is none.
+    return std::filesystem::symlink_status(journalOf(video), ignored).type() != std::filesystem::file_type::not_found;
 }
 
 void unlockJournal(const std::filesystem::path& video) {

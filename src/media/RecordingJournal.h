@@ -71,7 +71,8 @@ std::optional<std::filesystem::path> videoOfJournal(const std::filesystem::path&
 /// ".X.mp4.velmo-video": where a video waits that could not be closed.
 std::filesystem::path asideOf(const std::filesystem::path& video);
 
-/// Whether there is more to be had of a recording than what lies under its name. Any thread.
+/// Whether there is more to be had of a recording than what lies under its name, or may be: a folder that cannot be
+/// looked into says yes. Any thread.
 bool hasJournal(const std::filesystem::path& video);
 /// Gives up the lock on the journal of a recording that this process does not work on any more. Any thread.
 void unlockJournal(const std::filesystem::path& video);

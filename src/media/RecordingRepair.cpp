@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <system_error>
 #include <unistd.h>
@@ -22,7 +21,7 @@ using Path = std::filesystem::path;
 
 bool isThere(const Path& path) {
     std::error_code ignored;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+    return std::filesystem::symlink_status(path, ignored).type() != std::filesystem::file_type::not_found;
 }
 
 void takeAway(const Path& path) {
@@ -30,28 +29,55 @@ void takeAway(const Path& path) {
     std::filesystem::remove(path, ignored);
 }
 
-bool carries(const Path& video, const RecordingId& id) {
+/// Not when there is no such file, or when what was read of it is another one's.
+Result<bool> carries(const Path& video, const RecordingId& id) {
     const FileDescriptor file(::open(video.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    if (file.number() < 0) {
+        return errno == ENOENT ? Result<bool>(false) : posixError(errno);
+    }
     std::array<std::byte, kVideoHeadBytes> head{};
-    const ssize_t count = file.number() < 0 ? -1 : ::pread(file.number(), head.data(), head.size(), 0);
-    return count > 0 && isHeadOf(std::span(head).first(static_cast<std::size_t>(count)), id);
+    const ssize_t count = ::pread(file.number(), head.data(), head.size(), 0);
+    if (count < 0) {
+        return posixError(errno);
+    }
+    return isHeadOf(std::span(head).first(static_cast<std::size_t>(count)), id);
 }
 
-/// Where the recording is by now: under its name, put aside, or renamed by the user.
-std::optional<Path> findVideo(const Path& named, const RecordingId& id) {
+/// A file whose kind cannot be told is looked into.
+bool mayBeRenamed(const std::filesystem::directory_entry& entry) {
+    std::error_code unknown;
+    const auto kind = entry.symlink_status(unknown).type();
+    return entry.path().extension() == ".mp4" &&
+           (kind == std::filesystem::file_type::regular || kind == std::filesystem::file_type::none);
+}
+
+/// Where the recording is by now: under its name, put aside, or renamed by the user. Absent only when all that is there
+/// could be looked at.
+Result<std::optional<Path>> findVideo(const Path& named, const RecordingId& id) {
+    std::optional<Error> doubt;
+    const auto isIt = [&](const Path& candidate) {
+        const Result<bool> carried = carries(candidate, id);
+        if (!carried && !doubt) {
+            doubt = carried.error();
+        }
+        return carried && carried.value();
+    };
     for (const Path& candidate : {named, asideOf(named)}) {
-        if (carries(candidate, id)) {
-            return candidate;
+        if (isIt(candidate)) {
+            return std::optional(candidate);
         }
     }
     std::error_code failure;
     for (std::filesystem::directory_iterator entry(named.parent_path(), failure), end; !failure && entry != end;
          entry.increment(failure)) {
-        if (entry->path().extension() == ".mp4" && carries(entry->path(), id)) {
-            return entry->path();
+        if (mayBeRenamed(*entry) && isIt(entry->path())) {
+            return std::optional(entry->path());
         }
     }
-    return std::nullopt;
+    if (failure && !doubt) {
+        doubt = posixError(failure.value());
+    }
+    return doubt ? Result<std::optional<Path>>(std::move(*doubt)) : std::optional<Path>();
 }
 
 /// Under its own name again, or under one like it when that is taken.
@@ -60,14 +86,12 @@ Result<Path> broughtBack(const Path& aside, const Path& named) {
         const Path target = n == 1 ? named
                                    : named.parent_path() / (named.stem().native() + " (" + std::to_string(n) + ")" +
                                                             named.extension().native());
-        if (::renameat2(AT_FDCWD, aside.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+        const Result<void> moved = renameWithoutReplacing(aside, target);
+        if (moved) {
             return target;
         }
-        if ((errno == EINVAL || errno == ENOSYS) && !isThere(target)) {
-            return ::rename(aside.c_str(), target.c_str()) == 0 ? Result<Path>(target) : posixError(errno);
-        }
-        if (errno != EEXIST) {
-            return posixError(errno);
+        if (moved.error().code != EEXIST) {
+            return moved.error();
         }
     }
 }
@@ -158,7 +182,11 @@ Result<std::optional<RepairedRecording>> repairRecording(const std::filesystem::
     if (reader.failed()) {
         return posixError(EIO);
     }
-    std::optional<Path> video = findVideo(*named, reader.id());
+    auto found = findVideo(*named, reader.id());
+    if (!found) {
+        return found.error();
+    }
+    std::optional<Path> video = std::move(found).value();
     if (!video && !(summary.finished && isThere(*named))) {
         return nothingLeft(journal, std::nullopt);
     }

@@ -19,7 +19,7 @@ struct AudioDevice {
 };
 
 /// A running sound source: 48 kHz stereo interleaved float with host-clock times of each buffer's first frame.
-/// A source whose device or server goes away stays silent until it is back; it never ends by itself.
+/// A source whose device or server goes away, or is not there yet, stays silent until it is; it never ends by itself.
 /// The destructor stops it; no call of the handler begins after it.
 class AudioInput {
 public:

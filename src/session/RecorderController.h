@@ -67,6 +67,8 @@ public:
 
     /// For surfaces that need the controller before they can be made. Only in `idle`.
     void attach(SessionSurfaces surfaces);
+    /// For surfaces that go before the controller: it forgets them and tells them nothing more. In any state.
+    void detach() { surfaces_ = {}; }
 
     State state() const { return state_; }
     /// Recorded seconds shown to the user, brought up to date four times a second.

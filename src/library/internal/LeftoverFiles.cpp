@@ -15,6 +15,7 @@ constexpr const char* kPatterns[] = {
     ".mezcla-########-####-####-####-############.mp4",
     ".recorte-########-####-####-####-############.mp4",
     "..velmo-studio.json.??????",
+    "..velmo-renombrar.??????",
 };
 
 bool matches(char c, char pattern) {

@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace velmo {
@@ -46,6 +47,7 @@ struct FfmpegAssetWriter::Core final : internal::PacketSink {
     void partEnded();
     void interrupt(const Error& reason);
     void closeFile();
+    Result<void> finishFile();
     void discardFile();
     void fail(const Error& reason);
 
@@ -66,7 +68,7 @@ struct FfmpegAssetWriter::Core final : internal::PacketSink {
 
     // On the file queue, once writing.
     std::unique_ptr<JournaledFile> file;
-    bool interrupted = false;
+    std::optional<Error> interruption;
 
     // The tracks end first, then the queue that they hand their packets to.
     ThreadQueue fileQueue{"velmo.writer.file"};
@@ -81,7 +83,7 @@ void FfmpegAssetWriter::Core::put(PacketPtr packet, int track) {
     backlog.fetch_add(packet->size, std::memory_order_relaxed);
     fileQueue.async([this, packet = std::move(packet), track] {
         const std::int64_t size = packet->size;
-        if (file != nullptr && !interrupted) {
+        if (file != nullptr && !interruption) {
             if (const Result<void> written = file->write(*packet, track); !written) {
                 interrupt(written.error());
             }
@@ -140,7 +142,7 @@ void FfmpegAssetWriter::Core::noteInJournal(Note note) {
         return;
     }
     fileQueue.async([this, note = std::make_unique<Note>(std::move(note))] {
-        if (file == nullptr || interrupted) {
+        if (file == nullptr || interruption) {
             return;
         }
         if (const Result<void> noted = file->note(*note); !noted) {
@@ -180,10 +182,10 @@ void FfmpegAssetWriter::Core::partEnded() {
 
 // On the file queue.
 void FfmpegAssetWriter::Core::interrupt(const Error& reason) {
-    if (interrupted || file == nullptr) {
+    if (interruption || file == nullptr) {
         return;
     }
-    interrupted = true;
+    interruption = reason;
     open.store(false, std::memory_order_release);
     if (onInterruption) {
         onInterruption(reason);
@@ -194,10 +196,7 @@ void FfmpegAssetWriter::Core::interrupt(const Error& reason) {
 void FfmpegAssetWriter::Core::closeFile() {
     open.store(false, std::memory_order_release);
     if (file != nullptr) {
-        const Result<void> finished =
-            file->finish(options.keepsJournal ? JournaledFile::Journal::kept : JournaledFile::Journal::removed);
-        file.reset();
-        if (finished) {
+        if (const Result<void> finished = finishFile(); finished) {
             status.store(WriterStatus::completed, std::memory_order_release);
         } else {
             fail(finished.error());
@@ -206,6 +205,18 @@ void FfmpegAssetWriter::Core::closeFile() {
     if (completion) {
         completion();
     }
+}
+
+/// A file without a picture is no recording, and nobody could play it.
+Result<void> FfmpegAssetWriter::Core::finishFile() {
+    if (!file->hasPictures()) {
+        discardFile();
+        return interruption.value_or(internal::mediaError(internal::MediaError::nothingRecorded));
+    }
+    Result<void> finished =
+        file->finish(options.keepsJournal ? JournaledFile::Journal::kept : JournaledFile::Journal::removed);
+    file.reset();
+    return finished;
 }
 
 void FfmpegAssetWriter::Core::discardFile() {

@@ -13,8 +13,8 @@ namespace velmo {
 /// Limits: 8 frames wait for the video encoder, 64 buffers for each audio encoder, 32 MiB for the disk; at a limit the
 /// input is not ready. When the disk runs out or fails, no more samples are taken and `finishWriting` makes what is
 /// there a playable file; the interruption is told on the file thread. Until then a journal lies beside the file, see
-/// docs/durability.md. A writer destroyed while it writes finishes its
-/// file. It must not be destroyed inside one of its own callbacks, nor may these wait for its caller's thread.
+/// docs/durability.md. A writer destroyed while it writes finishes its file. It must not be destroyed inside one of its
+/// own callbacks, nor may these wait for its caller's thread.
 class FfmpegAssetWriter final : public AssetWriter {
 public:
     FfmpegAssetWriter(std::filesystem::path path, FfmpegWriterOptions options);

@@ -9,18 +9,14 @@ namespace velmo {
 
 class PulseSession;
 
-/// Sound inputs of a PulseAudio or PipeWire server. The server may come and go at any time.
+/// Sound inputs of a PulseAudio or PipeWire server. The server and its sources may come and go at any time: opening is
+/// never refused.
 ///
 /// Any thread. Nothing here waits for the server, but the first question after the service was made: at most 250 ms.
 /// Device ids are the server's source names. System audio is what the default output plays and follows a changed
 /// default; this program plays nothing, so there is nothing of its own to leave out.
 class PulseAudioInputService final : public AudioInputService {
 public:
-    /// Domain and codes of its errors.
-    static constexpr const char* kErrorDomain = "PulseAudio";
-    static constexpr int kErrorNoServer = 1;
-    static constexpr int kErrorNoDevice = 2;
-
     /// `clock` is borrowed and outlives the service and its inputs.
     explicit PulseAudioInputService(const Clock& clock);
     ~PulseAudioInputService() override;

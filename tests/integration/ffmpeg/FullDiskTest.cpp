@@ -171,25 +171,61 @@ TEST(DiskThatFails, EndsTheRecordingAndKeepsIt) {
     expectPlayable(folder / "a.mp4");
 }
 
-TEST(DiskThatFails, AndStaysSoMakesTheWriterFailWithWordsAndKeepsTheRecordingForRepair) {
+TEST(DiskThatFails, BeforeTheFirstPictureLeavesNothingAndSaysWhy) {
     const TemporaryFolder folder;
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{2000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const Outcome outcome =
+        recordUntilInterrupted(folder / "a.mp4", 0, 2000, [&] { setrlimit(RLIMIT_FSIZE, &before); });
+    std::signal(SIGXFSZ, ignored);
+    EXPECT_TRUE(outcome.interrupted);
+    EXPECT_EQ(outcome.status, WriterStatus::failed);
+    EXPECT_EQ(outcome.told.text, "El archivo es demasiado grande para este disco.");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+/// As when the disk goes away for good: not even the index has room.
+Outcome recordToADiskThatStaysFull(const std::filesystem::path& path) {
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit small{kLimit, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    const Outcome outcome = recordUntilInterrupted(folder / "a.mp4", 0, 2000, [&] {
-        const rlimit less{kLimit / 2, before.rlim_max}; // not even the index has room
+    const Outcome outcome = recordUntilInterrupted(path, 0, 2000, [&] {
+        const rlimit less{kLimit / 2, before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &less);
     });
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, ignored);
+    return outcome;
+}
+
+TEST(DiskThatFails, AndStaysSoMakesTheWriterFailWithWordsAndKeepsTheRecordingForRepair) {
+    const TemporaryFolder folder;
+    const Outcome outcome = recordToADiskThatStaysFull(folder / "a.mp4");
     EXPECT_TRUE(outcome.interrupted);
     EXPECT_EQ(outcome.status, WriterStatus::failed);
     EXPECT_EQ(outcome.told.text,
               "El archivo es demasiado grande para este disco. Lo grabado se conserva y se intentará "
               "recuperar al volver a abrir Velmo Studio.");
-    EXPECT_FALSE(std::filesystem::exists(folder / "a.mp4")) << "whoever is told may delete what is there";
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.mp4")) << "not to be seen until it is repaired";
+
+    const auto repaired = repairRecording(journalOf(folder / "a.mp4"));
+    ASSERT_TRUE(repaired.ok() && repaired.value());
+    EXPECT_EQ(repaired.value()->video, folder / "a.mp4");
+    expectPlayable(folder / "a.mp4");
+}
+
+TEST(DiskThatFails, LeavesWhatWasPutAsideBeforeAndKeepsTheRecordingUnderItsName) {
+    const TemporaryFolder folder;
+    const auto aside = asideOf(folder / "a.mp4");
+    std::ofstream(aside) << "another class";
+    const Outcome outcome = recordToADiskThatStaysFull(folder / "a.mp4");
+    EXPECT_EQ(outcome.status, WriterStatus::failed);
+    EXPECT_EQ(std::filesystem::file_size(aside), std::string("another class").size());
 
     const auto repaired = repairRecording(journalOf(folder / "a.mp4"));
     ASSERT_TRUE(repaired.ok() && repaired.value());

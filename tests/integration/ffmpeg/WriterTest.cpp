@@ -312,6 +312,24 @@ TEST_F(Writing, CancellingLeavesNothing) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
 }
 
+TEST_F(Writing, WithoutAPictureThereIsNoFileAndThatIsTold) {
+    FfmpegWriterOptions options;
+    options.keepsJournal = true;
+    auto writer = make("n.mp4", options);
+    writer->addVideoInput({320, 180, 1'000'000, 30, 60});
+    AssetWriterInput* sound = writer->addAudioInput({});
+    ASSERT_TRUE(writer->startWriting());
+    writer->startSession(MediaTime::zero());
+    BeepingSource source(0, {});
+    while (source.time() < 1) {
+        ASSERT_TRUE(appendWhenReady(*sound, source.next()));
+    }
+    finish(*writer);
+    EXPECT_EQ(writer->status(), WriterStatus::failed);
+    EXPECT_EQ(writer->error()->text, "La grabación terminó antes de capturar imagen.");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+}
+
 TEST_F(Writing, AWriterThatIsLetGoWhileItWritesLeavesAPlayableFile) {
     auto writer = make("j.mp4");
     AssetWriterInput* video = writer->addVideoInput({320, 180, 1'000'000, 30, 60});

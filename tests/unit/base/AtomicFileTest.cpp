@@ -61,6 +61,18 @@ TEST(AtomicFile, AFolderIsNotReadAsAFile) {
     EXPECT_EQ(readWholeFile(folder).error().code, EISDIR);
 }
 
+TEST(AtomicFile, ANameThatIsTakenIsNotReplaced) {
+    const TemporaryFolder folder;
+    const auto from = folder.write("from", "one");
+    const auto to = folder.write("to", "another");
+    EXPECT_EQ(renameWithoutReplacing(from, to).error().code, EEXIST);
+    EXPECT_EQ(contentOf(from), "one");
+    EXPECT_EQ(contentOf(to), "another");
+    ASSERT_TRUE(renameWithoutReplacing(from, folder / "free"));
+    EXPECT_EQ(contentOf(folder / "free"), "one");
+    EXPECT_EQ(renameWithoutReplacing(from, folder / "free too").error().code, ENOENT);
+}
+
 TEST(AtomicFile, DamagedFilesGetTheNextFreeNumber) {
     const TemporaryFolder folder;
     for (const char* number : {"1", "2"}) {

@@ -189,6 +189,14 @@ TEST_F(LibraryNames, TwoRecordingsOfOneMinuteHaveTwoNames) {
     EXPECT_EQ(library->newRecordingURL(), folder / "Grabación 15 nov 2026 a las 19.14 (3).mp4");
 }
 
+TEST_F(LibraryNames, TheNameOfARecordingThatWaitsToBeRepairedIsTaken) {
+    open();
+    video(".Grabación 15 nov 2026 a las 19.14.mp4.velmo-journal");
+    EXPECT_EQ(library->newRecordingURL(), folder / "Grabación 15 nov 2026 a las 19.14 (2).mp4");
+    video(".Grabación 15 nov 2026 a las 19.14 (2).mp4.velmo-video");
+    EXPECT_EQ(library->newRecordingURL(), folder / "Grabación 15 nov 2026 a las 19.14 (3).mp4");
+}
+
 TEST_F(LibraryNames, AFolderThatWasDeletedMeanwhileIsThereForTheNextRecording) {
     open();
     std::filesystem::remove_all(folder);

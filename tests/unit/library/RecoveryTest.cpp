@@ -135,9 +135,11 @@ TEST_F(RecoveryTest, ALibraryThatCannotBeSavedKeepsTheJournalForTheNextLaunch) {
 
 TEST_F(RecoveryTest, LeftoversOfMixingAndCuttingGoWhenTheyAreCertainlyOursAndOld) {
     const char* const ours[] = {".mezcla-0A1B2C3D-0000-4000-8000-0123456789AB.mp4",
-                                ".recorte-0A1B2C3D-0000-4000-8000-0123456789AB.mp4", "..velmo-studio.json.aB3dE6"};
+                                ".recorte-0A1B2C3D-0000-4000-8000-0123456789AB.mp4", "..velmo-studio.json.aB3dE6",
+                                "..velmo-renombrar.aB3dE6"};
     const char* const others[] = {".mezcla-mine.mp4", ".mezcla-0a1b2c3d-0000-4000-8000-0123456789ab.mp4",
-                                  ".mezcla-.mp4", "mezcla-0A1B2C3D-0000-4000-8000-0123456789AB.mp4"};
+                                  ".mezcla-.mp4", "..velmo-renombrar.aB3dE67",
+                                  "mezcla-0A1B2C3D-0000-4000-8000-0123456789AB.mp4"};
     for (const char* name : ours) {
         age(video(name), std::chrono::hours(2));
     }

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 
@@ -144,6 +145,28 @@ TEST_F(RecordingJournal, IsLockedUntilItIsRemovedAlsoWhenItsWriterHasGone) {
     removeJournal(video_);
     EXPECT_FALSE(std::filesystem::exists(journal_));
     removeJournal(video_); // nothing happens
+}
+
+TEST_F(RecordingJournal, IsNotMadeInPlaceOfAnotherOne) {
+    write(someRecords());
+    unlockJournal(video_);
+    const auto another = JournalWriter::create(video_, RecordingId{4, 5, 6});
+    ASSERT_FALSE(another);
+    EXPECT_EQ(another.error().code, EEXIST);
+    EXPECT_EQ(read(), someRecords());
+}
+
+TEST_F(RecordingJournal, IsAbsentOnlyWhenItIsCertainlyNotThere) {
+    EXPECT_FALSE(hasJournal(video_));
+    EXPECT_FALSE(hasJournal(folder_ / "no such folder" / "Clase.mp4"));
+    writeBytes(video_, "x");
+    EXPECT_FALSE(hasJournal(video_ / "Clase.mp4")) << "a file is no folder";
+    write({});
+    EXPECT_TRUE(hasJournal(video_));
+
+    std::filesystem::create_symlink("round", folder_ / "round");
+    EXPECT_TRUE(hasJournal(folder_ / "round" / "Clase.mp4")) << "nobody can tell";
+    EXPECT_TRUE(hasJournal(folder_ / std::string(400, 'x')));
 }
 
 TEST_F(RecordingJournal, IsHiddenBesideItsVideoAndTellsItsName) {

@@ -1,10 +1,14 @@
 #include "media/RecordingRepair.h"
+
+#include "base/PosixError.h"
+#include "support/FewFiles.h"
 #include "support/LeftRecording.h"
 #include "support/SmallDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <cstring>
 
 namespace velmo {
@@ -152,6 +156,61 @@ TEST_F(RecordingRepair, AJournalWithoutAVideoGoes) {
     std::filesystem::remove(video_);
     EXPECT_FALSE(repair());
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+}
+
+TEST_F(RecordingRepair, AVideoThatCannotBeOpenedOrReadKeepsItsJournalForAnotherTime) {
+    LeftRecording left(video_);
+    left.record(30);
+    left.die();
+    const auto elsewhere = folder_ / "elsewhere";
+    std::filesystem::rename(video_, elsewhere);
+    const std::string journal = bytesOf(left.journal());
+    const auto expectAnError = [&](int number) {
+        const auto repaired = repairRecording(left.journal());
+        ASSERT_FALSE(repaired.ok());
+        EXPECT_EQ(repaired.error().domain, kPosixErrorDomain);
+        EXPECT_EQ(repaired.error().code, number);
+        EXPECT_EQ(bytesOf(left.journal()), journal);
+    };
+    std::filesystem::create_directory(video_); // opens, and cannot be read
+    expectAnError(EISDIR);
+    std::filesystem::remove(video_);
+    std::filesystem::create_symlink(video_.filename(), video_);
+    expectAnError(ELOOP);
+    std::filesystem::rename(video_, asideOf(video_));
+    expectAnError(ELOOP);
+    std::filesystem::remove(asideOf(video_));
+
+    std::filesystem::rename(elsewhere, video_);
+    EXPECT_TRUE(repair()) << "at another time";
+    EXPECT_EQ(samplesOf(bytesOf(video_), 0), 30U);
+}
+
+TEST_F(RecordingRepair, WithoutAFileToSpareNothingIsKnownOfTheVideo) {
+    LeftRecording left(video_);
+    left.record(30);
+    left.die();
+    std::filesystem::rename(video_, folder_ / "Mi clase.mp4");
+    {
+        const test::FewFiles files(1); // the journal
+        const auto repaired = repairRecording(left.journal());
+        ASSERT_FALSE(repaired.ok());
+        EXPECT_EQ(repaired.error().code, EMFILE);
+    }
+    const auto repaired = repair();
+    ASSERT_TRUE(repaired);
+    EXPECT_EQ(repaired->video, folder_ / "Mi clase.mp4");
+}
+
+TEST_F(RecordingRepair, WhatElseIsNamedLikeAVideoIsNoReasonToWait) {
+    LeftRecording left(video_);
+    left.record(30);
+    left.die();
+    std::filesystem::remove(video_);
+    std::filesystem::create_directory(folder_ / "a.mp4");
+    std::filesystem::create_symlink("b.mp4", folder_ / "b.mp4");
+    EXPECT_FALSE(repair());
+    EXPECT_FALSE(isThere(left.journal()));
 }
 
 TEST_F(RecordingRepair, AVideoWithoutAJournalIsNobodysBusiness) {

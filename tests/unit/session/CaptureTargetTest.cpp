@@ -100,7 +100,8 @@ TEST_F(CaptureTarget, TheCameraModeNeedsTheBubblesWindow) {
 }
 
 TEST(Even, CutsAndGoesTowardsZero) {
-    EXPECT_EQ(even({1921.9, 1081}), (Size{1920, 1080}));
+    EXPECT_EQ(even({1921, 1081}), (Size{1920, 1080}));
+    EXPECT_EQ(even({1921.9, 1081.9}), (Size{1920, 1080}));
     EXPECT_EQ(even({-3.5, 0.9}), (Size{-2, 0}));
 }
 

@@ -1,7 +1,9 @@
 #include "World.h"
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 namespace velmo::test {
 namespace {
@@ -59,6 +61,30 @@ TEST_F(SessionState, ClosingTheSetupTakesThePreviewsDownInOrder) {
     expected.insert(expected.end(), kPreviewsTakenDown.begin(), kPreviewsTakenDown.end());
     EXPECT_EQ(calls, expected);
     EXPECT_EQ(controller->state(), State::idle);
+}
+
+TEST_F(SessionState, SurfacesThatGoWhileTheSetupIsOpenAreToldNothingMore) {
+    controller->openSetup();
+    controller->detach();
+    calls.clear();
+    settle();
+    controller->closeSetup();
+    EXPECT_EQ(controller->state(), State::idle);
+    EXPECT_THAT(calls, Each(StartsWith("permissions.")));
+}
+
+TEST_F(SessionState, SurfacesThatGoWhileASessionIsPreparedAreToldNothingMore) {
+    prefs.countdown = true;
+    countdown.isHeld = true;
+    controller->start();
+    settle();
+    ASSERT_EQ(controller->state(), State::preparing);
+    ASSERT_EQ(count("countdown.run"), 1);
+    controller->detach();
+    calls.clear();
+    controller.reset();
+    settle();
+    EXPECT_THAT(calls, IsEmpty());
 }
 
 TEST_F(SessionState, ClosingWithoutASetupDoesNothing) {

@@ -134,10 +134,12 @@ TEST(VideoQuality, RetinaNeverGoesPast3840Pixels) {
     EXPECT_EQ(size(VideoQuality::retina, {3008, 1692}, 2), (VideoSize{3840, 2160}));
     EXPECT_EQ(size(VideoQuality::retina, {1920, 1080}, 2), (VideoSize{3840, 2160}));
     EXPECT_EQ(size(VideoQuality::retina, {5120, 1440}, 1), (VideoSize{3840, 1080}));
+    EXPECT_EQ(size(VideoQuality::retina, {3456, 2234}, 2), (VideoSize{3840, 2482})); // 2482.2
 }
 
 TEST(VideoQuality, BringsBothSidesDownToEven) {
     EXPECT_EQ(size(VideoQuality::retina, {1367, 769}, 1), (VideoSize{1366, 768}));
+    EXPECT_EQ(size(VideoQuality::retina, {1921, 1081}, 1), (VideoSize{1920, 1080}));
     EXPECT_EQ(size(VideoQuality::fullHD, {1366, 768}, 1), (VideoSize{1920, 1078})); // 1079.47
     EXPECT_EQ(size(VideoQuality::retina, {1.9, 1.9}, 1), (VideoSize{0, 0}));
 }

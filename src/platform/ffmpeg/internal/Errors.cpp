@@ -23,6 +23,7 @@ constexpr Words<MediaError> kMediaWords[] = {
     {MediaError::noPicture, "El video no tiene imagen en ese momento."},
     {MediaError::encoder, "El codificador no pudo continuar."},
     {MediaError::readFailed, "El archivo no se pudo leer hasta el final."},
+    {MediaError::nothingRecorded, "La grabación terminó antes de capturar imagen."},
 };
 
 constexpr Words<int> kSystemWords[] = {
@@ -34,6 +35,7 @@ constexpr Words<int> kSystemWords[] = {
     {EROFS, "El disco es de solo lectura."},
     {ENOENT, "No se encuentra el archivo o su carpeta."},
     {ENOTDIR, "No se encuentra el archivo o su carpeta."},
+    {EEXIST, "Ya hay un archivo con ese nombre."},
     {EISDIR, "El archivo es una carpeta."},
     {ENAMETOOLONG, "El nombre del archivo es demasiado largo."},
     {EIO, "El disco dio un error."},

@@ -6,7 +6,13 @@
 namespace velmo::internal {
 
 /// Codes of this room's own errors; those of the system keep their errno.
-enum class MediaError { notMedia = kFirstMediaError, noPicture = 1002, encoder = 1003, readFailed = 1004 };
+enum class MediaError {
+    notMedia = kFirstMediaError,
+    noPicture = 1002,
+    encoder = 1003,
+    readFailed = 1004,
+    nothingRecorded = 1005
+};
 
 Error mediaError(MediaError code);
 /// The words for a system error number (positive).

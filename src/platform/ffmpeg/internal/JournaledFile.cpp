@@ -1,5 +1,6 @@
 #include "platform/ffmpeg/internal/JournaledFile.h"
 
+#include "base/AtomicFile.h"
 #include "base/Checksum.h"
 #include "base/PosixError.h"
 #include "media/JournalReader.h"
@@ -133,6 +134,7 @@ Result<void> JournaledFile::write(const AVPacket& packet, int track) {
         return noted;
     }
     ++packets_;
+    hasPictures_ = hasPictures_ || codecs_[static_cast<std::size_t>(track)] == AV_CODEC_ID_H264;
     sync_->wrote(file_->end());
     return noteSynced();
 }
@@ -181,17 +183,19 @@ Result<void> JournaledFile::writeIndex() {
     if (!closed) {
         return closed.error();
     }
+    if (!closed.value().hasPictures) {
+        return posixError(EIO); // they were written, and the journal does not know them any more
+    }
     // Without this word the next launch would only do the same again.
     static_cast<void>(journal_->add(JournalFinished{closed.value().microseconds}));
     static_cast<void>(::fdatasync(journal_->descriptor()));
     return {};
 }
 
-/// Whoever hears of the failure takes away what is under the recording's name.
+/// Out of the library's sight until it is repaired. Where that cannot be done, its journal protects it under its name.
 Error JournaledFile::putAside(Error reason) {
     file_.reset();
-    std::error_code ignored;
-    std::filesystem::rename(path_, asideOf(path_), ignored);
+    static_cast<void>(renameWithoutReplacing(path_, asideOf(path_)));
     unlockJournal(path_);
     reason.text += " Lo grabado se conserva y se intentará recuperar al volver a abrir Velmo Studio.";
     return reason;

@@ -30,9 +30,12 @@ public:
     Result<void> note(const RecordingMark& mark);
     Result<void> note(JournalProgress progress);
 
+    /// Whether there is anything to finish.
+    bool hasPictures() const { return hasPictures_; }
+
     enum class Journal { removed, kept };
-    /// Writes the index, waits until all is on the disk, and closes. After a failure the file has another, hidden name
-    /// where it waits to be repaired, if it could be given one.
+    /// Only with pictures. Writes the index, waits until all is on the disk, and closes. After a failure the file has
+    /// another, hidden name where it waits to be repaired, if it could be given one.
     Result<void> finish(Journal journal);
     /// Closes and takes the file away.
     void remove();
@@ -50,6 +53,7 @@ private:
     std::unique_ptr<OutputFile> file_;
     std::vector<AVCodecID> codecs_; // by track
     std::int64_t packets_ = 0;
+    bool hasPictures_ = false;
     std::int64_t notedSync_ = 0;
     std::vector<std::byte> sample_; // used again and again
     std::unique_ptr<DiskSync> sync_;

@@ -57,12 +57,6 @@ SoundDevices PulseSession::devices() const {
     return devices_;
 }
 
-bool PulseSession::isConnected() const {
-    std::unique_lock lock(mutex_);
-    waitForFirstAnswer(lock);
-    return connected_;
-}
-
 void PulseSession::waitForFirstAnswer(std::unique_lock<std::mutex>& lock) const {
     if (!std::exchange(waited_, true)) {
         firstAnswer_.wait_for(lock, kFirstWait, [this] { return answered_; });
@@ -150,7 +144,7 @@ void PulseSession::serverGone() {
     ready_ = false;
     refreshing_ = false;
     refreshAgain_ = false;
-    publish({}, false);
+    publish({});
     // The context is let go by connect(): here libpulse may still be using it.
     startTimer(reconnectTimer_, std::exchange(reconnectAfter_, std::min(reconnectAfter_ * 2, kLastReconnect)),
                [](pa_mainloop_api*, pa_time_event*, const timeval*, void* self) { session(self).connect(); });
@@ -194,18 +188,17 @@ void PulseSession::onSource(pa_context*, const pa_source_info* info, int end, vo
 
 void PulseSession::refreshed() {
     refreshing_ = false;
-    publish(std::move(arriving_), true);
+    publish(std::move(arriving_));
     arriving_ = {};
     if (refreshAgain_) {
         refresh();
     }
 }
 
-void PulseSession::publish(SoundDevices devices, bool connected) {
+void PulseSession::publish(SoundDevices devices) {
     {
         const std::lock_guard lock(mutex_);
         devices_ = std::move(devices);
-        connected_ = connected;
         answered_ = true;
     }
     firstAnswer_.notify_all();

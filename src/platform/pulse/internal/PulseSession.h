@@ -15,8 +15,8 @@ namespace velmo {
 /// One connection to the sound server with the thread that serves it. Connects by itself, again and again, and keeps
 /// a snapshot of the devices up to date.
 ///
-/// Constructor, destructor and the functions marked "any thread" never run on the session's own thread. Clients hear
-/// on that thread, with its lock held, that the connection or the devices changed, and read again.
+/// Constructor, destructor and `devices` never run on the session's own thread. Clients hear on that thread, with its
+/// lock held, that the connection or the devices changed, and read again.
 class PulseSession {
 public:
     class Client {
@@ -44,10 +44,9 @@ public:
     PulseSession(const PulseSession&) = delete;
     PulseSession& operator=(const PulseSession&) = delete;
 
-    /// Any thread. Waits for the first answer of the server at most `kFirstWait`, once in the session's life.
+    /// Any thread but the session's. Waits for the first answer of the server at most `kFirstWait`, once in the
+    /// session's life.
     SoundDevices devices() const;
-    /// Any thread. Whether there is a server, after the same wait.
-    bool isConnected() const;
 
     // The rest on the session's thread or under Lock.
 
@@ -66,7 +65,7 @@ private:
     void serverGone();
     void refresh();
     void refreshed();
-    void publish(SoundDevices devices, bool connected);
+    void publish(SoundDevices devices);
     void callClients();
     void waitForFirstAnswer(std::unique_lock<std::mutex>& lock) const;
     void startTimer(pa_time_event*& timer, pa_usec_t after, pa_time_event_cb_t callback);
@@ -93,7 +92,6 @@ private:
     mutable std::condition_variable firstAnswer_;
     mutable bool waited_ = false;
     bool answered_ = false;
-    bool connected_ = false;
     SoundDevices devices_;
 };
 
