@@ -129,7 +129,8 @@ RecorderController::Task RecorderController::runDiscard(std::optional<std::files
     }
     if (url) {
         removeFile(*url);
-        removeJournal(*url); // last: what a journal without a video leaves is nothing
+        removeFile(asideOf(*url)); // where a stop that failed has put it
+        removeJournal(*url);       // last: what a journal without a video leaves is nothing
     }
     finish(keepPreview);
     then();
