@@ -225,6 +225,8 @@ public:
     /// `completion` gets fractions of the screen, or nothing when the user cancelled.
     virtual void pick(const Screen& screen, std::optional<Rect> current, QString prompt,
                       std::function<void(std::optional<Rect>)> completion) = 0;
+    /// An open pick ends with nothing.
+    virtual void cancel() = 0;
 };
 
 /// Permission to use a class of device, as the system tells it.

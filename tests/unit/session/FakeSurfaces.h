@@ -277,6 +277,12 @@ struct FakeRegionPicker final : RegionPickerPort, Noted {
             completion(answer);
         }
     }
+    void cancel() override {
+        if (const auto open = std::exchange(held, {})) {
+            note("cancel");
+            open(std::nullopt);
+        }
+    }
     std::optional<Rect> answer;
     bool isHeld = false;
     std::function<void(std::optional<Rect>)> held;
