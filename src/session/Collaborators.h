@@ -216,6 +216,9 @@ public:
     virtual ~PointerPort() = default;
     /// Global points.
     virtual Point location() const = 0;
+    /// The program's own window that a press of the mouse would go to now. Absent over the windows of others, and where
+    /// nobody can tell.
+    virtual std::optional<WindowId> ownWindow() const { return std::nullopt; }
 };
 
 /// Lets the user drag a rectangle on the screen.

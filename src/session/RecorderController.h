@@ -245,6 +245,7 @@ private:
     void watchClickTimes();
     void watchGestures();
     std::function<void(std::function<void(RecorderController&)>)> ofThisCapture();
+    bool isOnOwnSurface() const;
     void leftMouseDown();
     void zoomGesture(double factor);
 

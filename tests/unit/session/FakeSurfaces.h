@@ -290,7 +290,9 @@ struct FakeRegionPicker final : RegionPickerPort, Noted {
 
 struct FakePointer final : PointerPort {
     Point location() const override { return place; }
+    std::optional<WindowId> ownWindow() const override { return window; }
     Point place;
+    std::optional<WindowId> window;
 };
 
 } // namespace velmo::test
