@@ -8,6 +8,8 @@ namespace velmo {
 class DesktopPointer final : public PointerPort {
 public:
     Point location() const override;
+    /// Windows that let the mouse through are not there. A few short exchanges.
+    std::optional<WindowId> ownWindow() const override;
 };
 
 } // namespace velmo

@@ -62,6 +62,11 @@ std::optional<double> readDuration(const AssetInspector& inspector, const std::f
                                                                                : std::nullopt;
 }
 
+/// Who saves a recording keeps to the name under which it was made.
+Error stillBeingSaved() {
+    return {"VelmoStudio", 4, "La grabación todavía se está guardando."};
+}
+
 } // namespace
 
 Library::Library(std::filesystem::path folder, Services services)
@@ -229,6 +234,8 @@ bool Library::add(const std::filesystem::path& url, double duration, const std::
     const bool saved = metadataFile_.save(meta_);
     if (saved) {
         removeJournal(url);
+    } else {
+        unlockJournal(url); // nobody works on it any more; the next launch enters it again
     }
     reload();
     setFocus(url);
@@ -250,6 +257,9 @@ Result<std::filesystem::path> Library::rename(const Recording& recording, const 
     if (name.isEmpty() || name == recording.title()) {
         return from;
     }
+    if (isWorkedOn(from)) {
+        return stillBeingSaved();
+    }
     const std::filesystem::path to = folder_ / (name.toStdString() + from.extension().native());
     renameIntent_.save({from.filename().native(), to.filename().native()});
     if (const auto moved = internal::moveVideo(from, to); !moved) {
@@ -269,6 +279,7 @@ Result<std::filesystem::path> Library::rename(const Recording& recording, const 
 void Library::followRename(const std::filesystem::path& from, const std::filesystem::path& to) {
     syncFolder(folder_);
     ClassKit::renameFolder(from, to);
+    static_cast<void>(internal::moveVideo(journalOf(from), journalOf(to))); // of one that is yet to be recovered
     if (auto entry = meta_.extract(from.filename().native())) {
         meta_.insert_or_assign(to.filename().native(), std::move(entry.mapped()));
     }
@@ -296,6 +307,9 @@ void Library::completeRename() {
 
 Result<void> Library::trash(const Recording& recording) {
     const std::filesystem::path url = recording.url; // `recording` may be one of ours
+    if (isWorkedOn(url)) {
+        return stillBeingSaved();
+    }
     const std::optional<std::filesystem::path> classFolder = recording.classFolder();
     const Result<void> moved = services_.files.moveToTrash(url);
     if (classFolder) {

@@ -77,10 +77,12 @@ public:
     void setDriveLink(const QString& link, const std::filesystem::path& url);
 
     /// The file under its new name, or under the old one when nothing had to change. Errors: domain "VelmoStudio",
-    /// code 1, when the name is taken, and the failures of the move; nothing has changed then.
+    /// code 1, when the name is taken, code 4, while the recording is still being saved, and the failures of the move;
+    /// nothing has changed then. What is left to recover of a recording goes along.
     Result<std::filesystem::path> rename(const Recording& recording, const QString& newName);
     /// Moves the video and its class folder to the trash and forgets what was known of it, even when the move fails;
-    /// then the next scan shows the file again. The error is that of the video's move.
+    /// then the next scan shows the file again. The error is that of the video's move. A recording
+    /// that is still being saved stays as it is: domain "VelmoStudio", code 4.
     Result<void> trash(const Recording& recording);
 
     void reveal(const std::filesystem::path& url) { services_.files.reveal(url); }

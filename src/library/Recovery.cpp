@@ -3,6 +3,8 @@
 #include "classkit/ClassKit.h"
 #include "library/internal/LeftoverFiles.h"
 
+#include <optional>
+#include <set>
 #include <utility>
 
 namespace velmo {
@@ -16,6 +18,16 @@ std::vector<Chapter> chaptersFrom(const std::vector<RecordingMark>& marks) {
                             mark.location ? std::optional(QString::fromStdString(*mark.location)) : std::nullopt});
     }
     return chapters;
+}
+
+std::optional<std::filesystem::path> nextJournal(const std::filesystem::path& folder,
+                                                 const std::set<std::filesystem::path>& seen) {
+    for (const std::filesystem::path& journal : journalsIn(folder)) {
+        if (!seen.contains(journal)) {
+            return journal;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -34,10 +46,11 @@ void Recovery::start(std::vector<KitItem> items, bool copyFiles) {
 // On the worker.
 void Recovery::work(const std::vector<KitItem>& items, bool copyFiles) {
     internal::removeLeftovers(library_.folder(), std::filesystem::file_time_type::clock::now());
-    for (const std::filesystem::path& journal : journalsIn(library_.folder())) {
-        if (!closing_) {
-            recover(journal, items, copyFiles);
-        }
+    // Asked for anew each time: a recording that the user renames takes its journal along.
+    std::set<std::filesystem::path> seen;
+    while (const auto journal = closing_ ? std::nullopt : nextJournal(library_.folder(), seen)) {
+        seen.insert(*journal);
+        recover(*journal, items, copyFiles);
     }
     tellMain([this] {
         done_ = true;

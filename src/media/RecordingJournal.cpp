@@ -1,8 +1,12 @@
 #include "media/RecordingJournal.h"
 
+#include "base/FileDescriptor.h"
 #include "media/internal/JournalHolds.h"
 
+#include <cerrno>
+#include <fcntl.h>
 #include <string_view>
+#include <sys/file.h>
 #include <system_error>
 
 namespace velmo {
@@ -38,6 +42,15 @@ bool hasJournal(const std::filesystem::path& video) {
     std::error_code ignored;
     // Whoever hears "no" may delete the video: only what is certainly not there is none.
     return std::filesystem::symlink_status(journalOf(video), ignored).type() != std::filesystem::file_type::not_found;
+}
+
+bool isWorkedOn(const std::filesystem::path& video) {
+    const std::filesystem::path journal = journalOf(video);
+    if (internal::holdsJournal(journal)) {
+        return true;
+    }
+    const FileDescriptor file(::open(journal.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    return file.number() >= 0 && ::flock(file.number(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 void unlockJournal(const std::filesystem::path& video) {

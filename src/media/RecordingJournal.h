@@ -74,6 +74,9 @@ std::filesystem::path asideOf(const std::filesystem::path& video);
 /// Whether there is more to be had of a recording than what lies under its name, or may be: a folder that cannot be
 /// looked into says yes. Any thread.
 bool hasJournal(const std::filesystem::path& video);
+/// Whether somebody, here or in another process, is still writing, repairing or saving the recording. Not so one that
+/// was left behind and that nobody has taken up. Any thread.
+bool isWorkedOn(const std::filesystem::path& video);
 /// Gives up the lock on the journal of a recording that this process does not work on any more. Any thread.
 void unlockJournal(const std::filesystem::path& video);
 /// Takes the journal of a recording away that is safely in the library or thrown away. Nothing happens without one.

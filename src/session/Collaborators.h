@@ -217,6 +217,9 @@ public:
     virtual ~PointerPort() = default;
     /// Global points.
     virtual Point location() const = 0;
+    /// The program's own window that a press of the mouse would go to now. Absent over the windows of others, and where
+    /// nobody can tell.
+    virtual std::optional<WindowId> ownWindow() const { return std::nullopt; }
 };
 
 /// Lets the user drag a rectangle on the screen.
@@ -226,6 +229,8 @@ public:
     /// `completion` gets fractions of the screen, or nothing when the user cancelled.
     virtual void pick(const Screen& screen, std::optional<Rect> current, QString prompt,
                       std::function<void(std::optional<Rect>)> completion) = 0;
+    /// An open pick ends with nothing.
+    virtual void cancel() = 0;
 };
 
 /// Permission to use a class of device, as the system tells it.

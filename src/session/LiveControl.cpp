@@ -97,18 +97,26 @@ void RecorderController::toggleRegion() {
 }
 
 void RecorderController::chooseRegion() {
+    const auto picked = [this](const Rect& region) {
+        services_.prefs.recordRegion = region;
+        setRegion(true);
+    };
+    pick(services_.prefs.recordRegion,
+         QStringLiteral("Arrastra para elegir la parte de la pantalla que se grabará · Esc para cancelar"), picked);
+}
+
+/// What is picked is for the recording in which it was asked for.
+void RecorderController::pick(std::optional<Rect> current, QString prompt, std::function<void(const Rect&)> picked) {
     if (!isActive() || !usesScreen(services_.prefs.mode) || !recordingScreen_ || surfaces_.regionPicker == nullptr) {
         return;
     }
-    const auto picked = [this, life = Life(life_)](std::optional<Rect> region) {
-        if (!life.expired() && region) {
-            services_.prefs.recordRegion = region;
-            setRegion(true);
-        }
-    };
     surfaces_.regionPicker->pick(
-        *recordingScreen_, services_.prefs.recordRegion,
-        QStringLiteral("Arrastra para elegir la parte de la pantalla que se grabará · Esc para cancelar"), picked);
+        *recordingScreen_, current, std::move(prompt),
+        [this, life = Life(life_), capture = captures_, picked = std::move(picked)](std::optional<Rect> rect) {
+            if (!life.expired() && capture == captures_ && isActive() && recorder_ && rect) {
+                picked(*rect);
+            }
+        });
 }
 
 void RecorderController::toggleSpotlight() {

@@ -215,6 +215,7 @@ private:
     Task failSave(std::filesystem::path url, Error error);
     void discard(bool keepPreview, std::function<void()> then);
     Task runDiscard(std::optional<std::filesystem::path> url, bool keepPreview, std::function<void()> then);
+    void endLive();
     void finish(bool keepPreview);
     void resetEffects();
 
@@ -223,6 +224,7 @@ private:
     void checkMicrophone();
     std::optional<double> microphoneLevel() const;
     void setRegion(bool on);
+    void pick(std::optional<Rect> current, QString prompt, std::function<void(const Rect&)> picked);
 
     // SessionDisk.cpp
     void startDiskWatch();
@@ -247,6 +249,7 @@ private:
     void watchClickTimes();
     void watchGestures();
     std::function<void(std::function<void(RecorderController&)>)> ofThisCapture();
+    bool isOnOwnSurface() const;
     void leftMouseDown();
     void zoomGesture(double factor);
 

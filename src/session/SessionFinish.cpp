@@ -48,8 +48,7 @@ void RecorderController::stop() {
         saved->copyFiles = surfaces_.classKit->copyFiles();
     }
     setState(State::saving);
-    ticker_->invalidate();
-    tell(surfaces_.controlBar, &ControlBarPort::hide);
+    endLive();
     schedule([this, saved] { save(std::move(*saved)); });
 }
 
@@ -115,8 +114,7 @@ void RecorderController::discard(bool keepPreview, std::function<void()> then) {
         return;
     }
     setState(State::saving);
-    ticker_->invalidate();
-    tell(surfaces_.controlBar, &ControlBarPort::hide);
+    endLive();
     schedule([this, url = fileURL_, keepPreview, then = std::move(then)] { runDiscard(url, keepPreview, then); });
 }
 
@@ -136,6 +134,13 @@ RecorderController::Task RecorderController::runDiscard(std::optional<std::files
     then();
 }
 
+/// What must not outlive the last recorded moment.
+void RecorderController::endLive() {
+    ticker_->invalidate();
+    tell(surfaces_.regionPicker, &RegionPickerPort::cancel);
+    tell(surfaces_.controlBar, &ControlBarPort::hide);
+}
+
 /// The one place that takes a session apart. Copes with a session that never came to have a recorder.
 void RecorderController::finish(bool keepPreview) {
     resetEffects();
@@ -145,6 +150,7 @@ void RecorderController::finish(bool keepPreview) {
     ticker_.reset();
     diskTimer_.reset();
     segmentStart_.reset();
+    tell(surfaces_.regionPicker, &RegionPickerPort::cancel);
     tell(surfaces_.controlBar, &ControlBarPort::hide);
     tell(surfaces_.kitPanel, &KitPanelPort::hide);
     tell(surfaces_.teleprompter, &TeleprompterPort::hide);

@@ -359,6 +359,7 @@ void RecorderController::startClock() {
     markers_.clear();
     chapters_.clear();
     accumulated_ = 0;
+    quietSince_.reset();
     segmentStart_ = now();
     publish(elapsed_, 0.0, &RecorderController::elapsedChanged);
     setState(State::recording);

@@ -121,27 +121,20 @@ void RecorderController::toggleZoomFollow() {
 }
 
 void RecorderController::zoomToArea() {
-    if (!isActive() || !usesScreen(services_.prefs.mode) || !recordingScreen_ || surfaces_.regionPicker == nullptr) {
-        return;
-    }
-    const auto picked = [this, life = Life(life_)](std::optional<Rect> area) {
-        if (!area || life.expired() || !recorder_) {
-            return;
-        }
+    const auto picked = [this](const Rect& area) {
         if (regionOn_) {
             setRegion(false);
         }
         // A picked line has no width and asks for the greatest level.
-        const double wanted = area->width > 0 ? 1 / area->width : kGreatestLevel;
+        const double wanted = area.width > 0 ? 1 / area.width : kGreatestLevel;
         const double level = std::clamp(wanted, kLeastAreaLevel, kGreatestLevel);
         publish(zoomOn_, true, &RecorderController::zoomOnChanged);
         publish(zoomFollowing_, false, &RecorderController::zoomFollowingChanged);
         publish(zoomLevelNow_, level, &RecorderController::zoomLevelNowChanged);
-        recorder_->zoom().focus({area->midX(), area->midY()}, level);
+        recorder_->zoom().focus({area.midX(), area.midY()}, level);
         lastActivity_ = now();
     };
-    surfaces_.regionPicker->pick(*recordingScreen_, std::nullopt,
-                                 QStringLiteral("Arrastra sobre lo que quieres acercar · Esc para cancelar"), picked);
+    pick(std::nullopt, QStringLiteral("Arrastra sobre lo que quieres acercar · Esc para cancelar"), picked);
 }
 
 /// Zoom and region exclude each other. Switching off too brings the shown level back to the remembered one.

@@ -1,5 +1,6 @@
 #include "session/RecorderController.h"
 #include "session/ZoomGesture.h"
+#include "session/internal/Tell.h"
 
 #include <QCoreApplication>
 
@@ -10,6 +11,8 @@
 // not there: the recording goes on without what it would have told.
 
 namespace velmo {
+
+using internal::windowOf;
 
 namespace {
 
@@ -60,8 +63,16 @@ std::function<void(std::function<void(RecorderController&)>)> RecorderController
     };
 }
 
+/// A press on the bar or another surface of the program means that surface. What the class is shown in, the ink and the
+/// board, is no such surface.
+bool RecorderController::isOnOwnSurface() const {
+    const auto window = surfaces_.pointer != nullptr ? surfaces_.pointer->ownWindow() : std::nullopt;
+    return window && window != windowOf(surfaces_.drawing, &DrawingPort::overlayWindowID) &&
+           window != windowOf(surfaces_.board, &BoardPort::windowID);
+}
+
 void RecorderController::leftMouseDown() {
-    if (!services_.prefs.zoomAuto || state_ != State::recording || !recorder_) {
+    if (!services_.prefs.zoomAuto || state_ != State::recording || !recorder_ || isOnOwnSurface()) {
         return;
     }
     lastActivity_ = now();

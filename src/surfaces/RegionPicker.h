@@ -23,6 +23,7 @@ public:
     /// A pick that is open ends with nothing first. `completion` may pick again.
     void pick(const Screen& screen, std::optional<Rect> current, QString prompt,
               std::function<void(std::optional<Rect>)> completion) override;
+    void cancel() override { finish(std::nullopt); }
 
     /// Null while no pick is open.
     PickerPanel* panel() const { return panel_.get(); }

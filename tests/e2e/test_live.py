@@ -39,6 +39,14 @@ def probes(*points):
     return [argument for x, y in points for argument in ("--probe", f"{round(x)},{round(y)}")]
 
 
+def clock_of_bar():
+    """A place on the control bar where a click does nothing: left, in the middle of its row, with the shadow's room around."""
+    window = output("xdotool", "search", "--onlyvisible", "--name", "Velmo Studio · controles").split()[0]
+    shell = output("xdotool", "getwindowgeometry", "--shell", window)
+    place = {name: int(value) for name, value in (line.split("=") for line in shell.split())}
+    return place["X"] + 34 + 30, place["Y"] + place["HEIGHT"] - 44 - 28
+
+
 def magnified(mouse, mark, level):
     """Where the mark appears in the picture: the point under the mouse stays where it is."""
     return tuple(m + level * (p - m) for m, p in zip(mouse, mark))
@@ -108,6 +116,21 @@ class Zoom(unittest.TestCase):
 
         frames = self.record(act, self.MARK, magnified(self.MOUSE, self.MARK, 2), zoomAuto=True)
         self.assertEqual(lit(frames), [0, 1, 0])
+
+    def test_a_click_on_the_bar_is_none_in_the_class(self):
+        def act(hands):
+            hands.move(*clock_of_bar())
+            below = output("xdotool", "getmouselocation", "--shell").split("WINDOW=")[1].split()[0]
+            self.assertIn("Velmo Studio · controles", output("xdotool", "getwindowname", below))
+            hands.click()
+            time.sleep(SETTLED_S)
+            hands.move(*self.MOUSE)
+            time.sleep(0.3)
+            hands.click()
+            time.sleep(3.5 + SETTLED_S)
+
+        frames = self.record(act, self.MARK, magnified(self.MOUSE, self.MARK, 2), zoomAuto=True)
+        self.assertEqual(lit(frames), [0, 1, 0], "the second click zooms to where it was made")
 
     def test_a_click_does_not_zoom_where_that_is_not_wanted(self):
         frames = self.record(lambda hands: hands.click(), self.MARK, magnified(self.MOUSE, self.MARK, 2))

@@ -196,6 +196,14 @@ class Picker(unittest.TestCase):
         self.assertEqual(before, after)
         self.assertLess(abs(last - luma_of(GREY)), LUMA_SLACK)
 
+    def test_a_recording_that_ends_takes_the_open_picker_along(self):
+        with Stage("plain", "--color", "c8c8c8"), Program() as program:
+            path = program.begin_recording()
+            time.sleep(0.5)
+            self.open("ctrl+a")
+            program.end_recording(path)
+            self.assertEqual(picker(), [])
+
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

@@ -35,4 +35,9 @@ void releaseJournal(const std::filesystem::path& journal) {
     }
 }
 
+bool holdsJournal(const std::filesystem::path& journal) {
+    const std::lock_guard guard(holds().lock);
+    return holds().descriptors.contains(journal);
+}
+
 } // namespace velmo::internal

@@ -10,5 +10,6 @@ namespace velmo::internal {
 void holdJournal(const std::filesystem::path& journal, int descriptor);
 /// Closes it. Nothing happens when it is not held.
 void releaseJournal(const std::filesystem::path& journal);
+bool holdsJournal(const std::filesystem::path& journal);
 
 } // namespace velmo::internal

@@ -11,6 +11,7 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -83,6 +84,7 @@ private:
         [[maybe_unused]] const auto written = write(wakeFile_, &one, sizeof one);
     }
     void sleep(int file, int milliseconds) const;
+    static int patience(const x11::InputWatcher& watcher);
 
     template <typename Call>
     void tell(Call call) const {
@@ -119,6 +121,13 @@ void X11InputMonitors::Registry::sleep(int file, int milliseconds) const {
     }
 }
 
+/// Milliseconds for which nothing is to be done.
+int X11InputMonitors::Registry::patience(const x11::InputWatcher& watcher) {
+    const double most = static_cast<double>(kBetweenCalibrations.count());
+    const double untilDelivery = watcher.secondsToDelivery().value_or(most) * 1000;
+    return static_cast<int>(std::ceil(std::clamp(untilDelivery, 0.0, most)));
+}
+
 void X11InputMonitors::Registry::run(x11::InputWatcher& watcher) {
     using std::chrono::steady_clock;
     bool listens = false;
@@ -136,7 +145,7 @@ void X11InputMonitors::Registry::run(x11::InputWatcher& watcher) {
             calibration = steady_clock::now() + kBetweenCalibrations;
         }
         watcher.deliver(*this);
-        sleep(watcher.file(), listens ? static_cast<int>(kBetweenCalibrations.count()) : -1);
+        sleep(watcher.file(), listens ? patience(watcher) : -1);
     }
     over_ = true;
 }

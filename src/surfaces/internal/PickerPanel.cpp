@@ -1,5 +1,6 @@
 #include "surfaces/internal/PickerPanel.h"
 
+#include <QEvent>
 #include <QPainterPath>
 #include <QTimer>
 
@@ -24,6 +25,10 @@ PickerPanel::PickerPanel(const QRect& place, QString prompt, std::optional<Rect>
         outlineChanged();
         keepKeyboard();
     });
+    connect(&view_, &RegionView::pressed, this, [this] {
+        mayTakeBack_ = true;
+        keepKeyboard();
+    });
 }
 
 void PickerPanel::open() {
@@ -40,6 +45,13 @@ void PickerPanel::keepKeyboard() {
     if (isVisible() && !isActiveWindow()) {
         takeKeyboard();
     }
+}
+
+bool PickerPanel::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate && isVisible() && std::exchange(mayTakeBack_, false)) {
+        takeKeyboard();
+    }
+    return FloatingPanel::event(event);
 }
 
 void PickerPanel::close() {

@@ -109,6 +109,7 @@ void RegionView::select(std::optional<Rect> selection) {
 }
 
 void RegionView::mousePressEvent(QMouseEvent* event) {
+    emit pressed();
     if (event->button() != Qt::LeftButton) {
         return;
     }

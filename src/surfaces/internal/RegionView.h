@@ -28,6 +28,8 @@ public:
     QPainterPath outline() const;
 
 signals:
+    /// Any button, before anything comes of it.
+    void pressed();
     void selectionChanged();
     /// Of the selection as it is.
     void accepted();

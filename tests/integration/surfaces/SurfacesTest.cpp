@@ -183,6 +183,30 @@ TEST_F(Surfaces, ThePickerHasTheKeyboardWhileItIsOpenAndGivesItBack) {
     EXPECT_EQ(client.focus(), other.winId()) << "and it stays there";
 }
 
+TEST_F(Surfaces, EscapeLeavesThePickerAlsoAfterTheKeyboardHasGoneElsewhere) {
+    const xcb_window_t other = client.create({200, 200, 300, 200}, {});
+    client.map(other);
+    int ends = 0;
+    picker.pick(screen, {}, QStringLiteral("Arrastra"), [&](std::optional<Rect> rect) { ends += rect ? 100 : 1; });
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); }));
+    pass(300ms); // the moment in which it looks whether it has come up with the keyboard is over
+    const auto takeAway = [&] {
+        xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_POINTER_ROOT, other, XCB_CURRENT_TIME);
+        client.sync();
+    };
+    takeAway();
+    EXPECT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); })) << "it comes back once by itself";
+    takeAway();
+    pass(300ms);
+    EXPECT_EQ(client.focus(), other) << "but does not fight for it";
+    moveMouse(960, 540);
+    button(true);
+    button(false);
+    EXPECT_TRUE(waitUntil([&] { return hasKeyboard(*picker.panel()); })) << "it comes with a click";
+    key(kEscape);
+    EXPECT_TRUE(waitUntil([&] { return ends == 1; }));
+}
+
 TEST_F(Surfaces, ThePickerComesUpAlthoughTheOneWhoHadTheKeyboardHasGone) {
     auto other = std::make_unique<QWidget>();
     other->setGeometry(200, 200, 300, 200);

@@ -1,3 +1,4 @@
+#include "support/LeftRecording.h"
 #include "support/LibraryFixture.h"
 #include "support/ReadOnlyFolder.h"
 #include "support/SmallDisk.h"
@@ -196,6 +197,51 @@ TEST_F(LibraryTrash, TheSharedOneIsTheOneThatWasRegistered) {
     Library::setShared(library.get());
     EXPECT_EQ(&Library::shared(), library.get());
     Library::setShared(nullptr);
+}
+
+class LibraryWhileSaving : public test::LibraryFixture {
+protected:
+    LibraryWhileSaving() {
+        left_.record(60);
+        std::filesystem::create_directory(folder / "Clase · material");
+        open();
+    }
+
+    test::LeftRecording left_{video("Clase.mp4")};
+};
+
+TEST_F(LibraryWhileSaving, AVideoThatIsStillBeingSavedIsNeitherRenamedNorTrashed) {
+    const auto renamed = library->rename(item("Clase.mp4"), QStringLiteral("Derivadas"));
+    ASSERT_FALSE(renamed);
+    EXPECT_EQ(renamed.error().text, "La grabación todavía se está guardando.");
+    const auto trashed = library->trash(item("Clase.mp4"));
+    ASSERT_FALSE(trashed);
+    EXPECT_EQ(trashed.error().text, "La grabación todavía se está guardando.");
+    EXPECT_THAT(files.calls, IsEmpty());
+    EXPECT_TRUE(std::filesystem::exists(left_.journal()));
+
+    ASSERT_TRUE(library->add(left_.video(), 2, {0.5}, {"Uno"}));
+    EXPECT_THAT(item("Clase.mp4").markers, ElementsAre(0.5));
+    ASSERT_TRUE(library->rename(item("Clase.mp4"), QStringLiteral("Derivadas")));
+    EXPECT_THAT(item("Derivadas.mp4").markers, ElementsAre(0.5));
+    EXPECT_TRUE(item("Derivadas.mp4").classFolder());
+    EXPECT_TRUE(library->trash(item("Derivadas.mp4")));
+    EXPECT_THAT(names(), IsEmpty());
+}
+
+TEST_F(LibraryWhileSaving, ARecordingThatWasLeftBehindMayBeTrashed) {
+    left_.die();
+    EXPECT_TRUE(library->trash(item("Clase.mp4")));
+    EXPECT_THAT(files.calls, ElementsAre("trash Clase.mp4", "trash Clase · material"));
+}
+
+TEST_F(LibraryWhileSaving, ARecordingWhoseEntryCannotBeWrittenMayBeRenamedAllTheSame) {
+    {
+        const test::SmallDisk full(8);
+        EXPECT_FALSE(library->add(left_.video(), 2, {0.5}, {"Uno"}));
+    }
+    ASSERT_TRUE(library->rename(item("Clase.mp4"), QStringLiteral("Derivadas")));
+    EXPECT_THAT(item("Derivadas.mp4").markers, ElementsAre(0.5));
 }
 
 } // namespace

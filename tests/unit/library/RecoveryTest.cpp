@@ -5,6 +5,7 @@
 #include "support/SmallDisk.h"
 
 #include <chrono>
+#include <functional>
 
 namespace velmo {
 namespace {
@@ -26,9 +27,13 @@ protected:
         open();
         auto queue = std::make_unique<test::ManualQueue>();
         test::ManualQueue& queueOfRecovery = *queue;
-        recovery_ = std::make_unique<Recovery>(
-            *library, Recovery::Services{std::move(queue), [this](const auto& video) { mixed_.push_back(video); },
-                                         [this](const auto& line) { log_.push_back(line); }});
+        recovery_ = std::make_unique<Recovery>(*library,
+                                               Recovery::Services{std::move(queue),
+                                                                  [this](const auto& video) {
+                                                                      mixed_.push_back(video);
+                                                                      onMix_(video);
+                                                                  },
+                                                                  [this](const auto& line) { log_.push_back(line); }});
         QObject::connect(recovery_.get(), &Recovery::finished, recovery_.get(), [this] { ++finished_; });
         recovery_->start(items, false);
         queueOfRecovery.run();
@@ -49,6 +54,7 @@ protected:
 
     std::unique_ptr<Recovery> recovery_;
     std::vector<std::filesystem::path> mixed_;
+    std::function<void(const std::filesystem::path&)> onMix_ = [](const std::filesystem::path&) {};
     std::vector<std::string> log_;
     int finished_ = 0;
 };
@@ -96,6 +102,25 @@ TEST_F(RecoveryTest, AnUnfinishedClassFolderIsMadeAnew) {
     EXPECT_FALSE(std::filesystem::exists(part));
     EXPECT_TRUE(std::filesystem::exists(ClassKit::folder(recording.video()) / "Ver la clase.html"));
     EXPECT_FALSE(std::filesystem::exists(ClassKit::folder(recording.video()) / "Material"));
+}
+
+TEST_F(RecoveryTest, AMixedRecordingThatIsRenamedBeforeItsTurnIsEnteredUnderItsNewName) {
+    left("a.mp4", 1);
+    LeftRecording mixed(folder / "b.mp4", 2);
+    mixed.add(RecordingMark{0.5, "Marcador 1", std::nullopt});
+    mixed.add(JournalFinished{2'000'000});
+    mixed.die();
+    std::ofstream(mixed.video()) << "a file of its own, which does not bear the recording's identity";
+    onMix_ = [this](const std::filesystem::path& video) {
+        if (video == folder / "a.mp4") {
+            EXPECT_FALSE(library->rename(item("a.mp4"), QStringLiteral("en obra")));
+            EXPECT_TRUE(library->rename(item("b.mp4"), QStringLiteral("c")));
+        }
+    };
+    recover();
+    EXPECT_THAT(recovery_->recovered(), ElementsAre(folder / "a.mp4", folder / "c.mp4"));
+    EXPECT_THAT(item("c.mp4").markers, ElementsAre(0.5));
+    EXPECT_THAT(journalsIn(folder), IsEmpty());
 }
 
 TEST_F(RecoveryTest, SeveralAreRecoveredOneAfterTheOther) {

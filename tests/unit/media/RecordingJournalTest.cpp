@@ -169,6 +169,20 @@ TEST_F(RecordingJournal, IsAbsentOnlyWhenItIsCertainlyNotThere) {
     EXPECT_TRUE(hasJournal(folder_ / std::string(400, 'x')));
 }
 
+TEST_F(RecordingJournal, TellsWhetherSomebodyWorksOnTheRecording) {
+    EXPECT_FALSE(isWorkedOn(video_)) << "there is none";
+    write(someRecords());
+    EXPECT_TRUE(isWorkedOn(video_)) << "written, or saved";
+    unlockJournal(video_);
+    EXPECT_FALSE(isWorkedOn(video_)) << "left behind";
+    {
+        const auto recovery = openAndLockJournal(journal_);
+        EXPECT_TRUE(isWorkedOn(video_)) << "recovered";
+    }
+    EXPECT_FALSE(isWorkedOn(video_));
+    EXPECT_NE(openAndLockJournal(journal_), nullptr) << "to ask keeps nobody out";
+}
+
 TEST_F(RecordingJournal, IsHiddenBesideItsVideoAndTellsItsName) {
     EXPECT_EQ(journalOf("/a/b.mp4"), "/a/.b.mp4.velmo-journal");
     EXPECT_EQ(videoOfJournal("/a/.b.mp4.velmo-journal"), std::filesystem::path("/a/b.mp4"));

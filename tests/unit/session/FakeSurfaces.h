@@ -279,6 +279,12 @@ struct FakeRegionPicker final : RegionPickerPort, Noted {
             completion(answer);
         }
     }
+    void cancel() override {
+        if (const auto open = std::exchange(held, {})) {
+            note("cancel");
+            open(std::nullopt);
+        }
+    }
     std::optional<Rect> answer;
     bool isHeld = false;
     std::function<void(std::optional<Rect>)> held;
@@ -286,7 +292,9 @@ struct FakeRegionPicker final : RegionPickerPort, Noted {
 
 struct FakePointer final : PointerPort {
     Point location() const override { return place; }
+    std::optional<WindowId> ownWindow() const override { return window; }
     Point place;
+    std::optional<WindowId> window;
 };
 
 } // namespace velmo::test

@@ -93,6 +93,18 @@ TEST_F(SilentMicrophone, APauseRestartsTheCount) {
     EXPECT_EQ(controller->flash(), kWarning);
 }
 
+TEST_F(SilentMicrophone, ANewRecordingCountsItsSilenceFromItsOwnStart) {
+    advance(7);
+    controller->stop();
+    settle();
+    advance(60);
+    record();
+    advance(8);
+    EXPECT_FALSE(controller->flash());
+    advance(0.5);
+    EXPECT_EQ(controller->flash(), kWarning);
+}
+
 TEST_F(SilentMicrophone, WithoutAMicrophoneThereIsNoWarning) {
     prefs.micID = QStringLiteral("none");
     advance(60);
@@ -121,15 +133,44 @@ TEST_F(LiveControl, WithoutAStoredRegionThePickerOpens) {
     EXPECT_EQ(prefs.recordRegion.value(), (Rect{0.25, 0.25, 0.5, 0.5}));
 }
 
-TEST_F(LiveControl, ARegionThatIsPickedAfterTheSessionIsKeptForTheNext) {
-    record();
+TEST_F(LiveControl, AnOpenPickEndsWithTheRecording) {
     regionPicker.isHeld = true;
+    for (const auto& pick : {&RecorderController::chooseRegion, &RecorderController::zoomToArea}) {
+        record();
+        (controller.get()->*pick)();
+        calls.clear();
+        controller->stop();
+        EXPECT_THAT(calls, ElementsAre("regionPicker.cancel", "controlBar.hide")) << "before anything is saved";
+        settle();
+    }
+    record();
     controller->chooseRegion();
-    controller->stop();
+    calls.clear();
+    controller->cancel();
+    alerts.answer(0);
     settle();
-    regionPicker.held(Rect{0.25, 0.25, 0.5, 0.5});
-    EXPECT_FALSE(controller->regionOn());
-    EXPECT_EQ(prefs.recordRegion.value(), (Rect{0.25, 0.25, 0.5, 0.5}));
+    EXPECT_EQ(count("regionPicker.cancel"), 1);
+    EXPECT_FALSE(prefs.recordRegion.value());
+}
+
+TEST_F(LiveControl, APickOfOneRecordingThatIsAnsweredInTheNextChangesNothing) {
+    regionPicker.isHeld = true;
+    for (const auto& pick : {&RecorderController::chooseRegion, &RecorderController::zoomToArea}) {
+        record();
+        (controller.get()->*pick)();
+        const auto answer = std::exchange(regionPicker.held, {});
+        controller->stop();
+        settle();
+        answer(Rect{0.25, 0.25, 0.5, 0.5});
+        record();
+        answer(Rect{0.25, 0.25, 0.5, 0.5});
+        EXPECT_FALSE(controller->regionOn());
+        EXPECT_FALSE(controller->zoomOn());
+        EXPECT_FALSE(prefs.recordRegion.value());
+        EXPECT_THAT(calls, testing::IsEmpty());
+        controller->stop();
+        settle();
+    }
 }
 
 TEST_F(LiveControl, ACancelledChoiceLeavesTheRegionAsItIs) {

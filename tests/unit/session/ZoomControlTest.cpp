@@ -138,18 +138,6 @@ TEST_F(ZoomControl, AnAreaTakesTheRegionAway) {
     EXPECT_THAT(calls, ElementsAre(testing::_, "zoom.setRegion none", "zoom.focus 0.25,0.25 2.00"));
 }
 
-TEST_F(ZoomControl, AnAreaThatIsPickedAfterTheSessionIsDropped) {
-    record();
-    regionPicker.isHeld = true;
-    controller->zoomToArea();
-    controller->stop();
-    settle();
-    calls.clear();
-    regionPicker.held(Rect{0, 0, 0.5, 0.5});
-    EXPECT_FALSE(controller->zoomOn());
-    EXPECT_THAT(calls, IsEmpty());
-}
-
 TEST_F(ZoomControl, FollowingIsRemembered) {
     controller->toggleZoomFollow();
     EXPECT_FALSE(controller->zoomFollowing());

@@ -135,6 +135,36 @@ TEST_F(ZoomMonitors, AClickDoesNothingWhereAutomaticZoomIsOff) {
     EXPECT_THAT(calls, IsEmpty());
 }
 
+TEST_F(ZoomMonitors, APressOnASurfaceOfTheProgramIsNoClickInTheClass) {
+    prefs.zoomAuto = true;
+    prefs.recordRegion = Rect{0.1, 0.1, 0.5, 0.5};
+    record();
+    pointer.window = 99; // the bar
+    click();
+    EXPECT_FALSE(controller->zoomOn());
+    controller->toggleRegion();
+    click();
+    EXPECT_TRUE(controller->regionOn());
+    calls.clear();
+    for (const WindowId shown : {13u, 14u}) { // the ink, the board
+        controller->resetZoom();
+        pointer.window = shown;
+        click();
+        EXPECT_TRUE(controller->zoomOn()) << shown;
+    }
+}
+
+TEST_F(ZoomMonitors, APressOnASurfaceDoesNotKeepAnAutomaticZoomOpen) {
+    prefs.zoomAuto = true;
+    record();
+    click();
+    advance(3);
+    pointer.window = 99;
+    click();
+    advance(0.6);
+    EXPECT_FALSE(controller->zoomOn());
+}
+
 TEST_F(ZoomMonitors, AClickWhilePausedDoesNothing) {
     prefs.zoomAuto = true;
     record();

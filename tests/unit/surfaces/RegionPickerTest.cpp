@@ -116,6 +116,16 @@ TEST(RegionPicker, ASecondPickEndsTheFirstWithNothing) {
     EXPECT_NE(it.picker.panel(), nullptr);
 }
 
+TEST(RegionPicker, APickThatIsCalledOffEndsWithNothing) {
+    Picking it;
+    it.pick();
+    it.picker.cancel();
+    EXPECT_EQ(it.picker.panel(), nullptr);
+    EXPECT_THAT(it.results, testing::ElementsAre(std::nullopt));
+    it.picker.cancel();
+    EXPECT_EQ(it.results.size(), 1u) << "once";
+}
+
 TEST(RegionPicker, WhoIsToldMayPickAgain) {
     Picking it;
     int ends = 0;

@@ -10,8 +10,6 @@ constexpr int kLeftButton = 1;
 constexpr int kWheelUp = 4;
 constexpr int kWheelDown = 5;
 constexpr int kWheelRight = 7;
-/// Ten points of a fine scroll weigh as much as a click of the wheel, whatever unit the device counts in.
-constexpr double kPointsPerClick = 10;
 constexpr double kWholeClick = 1e-6;
 
 constexpr std::uint32_t kRawEvents = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS |
@@ -34,6 +32,10 @@ xcb_screen_t* screenWithNumber(xcb_connection_t* connection, int wanted) {
         xcb_screen_next(&each);
     }
     return each.data;
+}
+
+GestureSum::Tell into(InputSink& sink) {
+    return [&sink](const InputGesture& gesture) { sink.gestureMade(gesture); };
 }
 
 std::uint32_t modifierFlags(std::uint32_t state) {
@@ -93,6 +95,7 @@ void InputWatcher::listen(bool on) {
     }
     listens_ = on;
     axes_.forget();
+    gestures_ = {};
     select(XCB_INPUT_DEVICE_ALL, on ? kDeviceEvents : 0);
     select(XCB_INPUT_DEVICE_ALL_MASTER, on ? kRawEvents : 0);
     if (on && hasGestures_) {
@@ -116,7 +119,13 @@ void InputWatcher::deliver(InputSink& sink) {
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
         handle(*event, sink);
     }
+    gestures_.rest(seconds(), into(sink));
     xcb_flush(connection_);
+}
+
+std::optional<double> InputWatcher::secondsToDelivery() const {
+    const auto at = gestures_.restsAt();
+    return at ? std::optional(*at - seconds()) : std::nullopt;
 }
 
 void InputWatcher::handle(const xcb_generic_event_t& event, InputSink& sink) {
@@ -141,6 +150,9 @@ void InputWatcher::handle(const xcb_generic_event_t& event, InputSink& sink) {
     case XCB_INPUT_GESTURE_PINCH_UPDATE:
         handlePinch(reinterpret_cast<const xcb_input_gesture_pinch_begin_event_t&>(event), sink);
         break;
+    case XCB_INPUT_GESTURE_PINCH_END:
+        gestures_.end(into(sink));
+        break;
     case XCB_INPUT_HIERARCHY:
     case XCB_INPUT_DEVICE_CHANGED:
         axes_.forget();
@@ -153,7 +165,7 @@ void InputWatcher::handle(const xcb_generic_event_t& event, InputSink& sink) {
 void InputWatcher::handleRaw(const xcb_input_raw_button_press_event_t& event, InputSink& sink) {
     if (event.event_type == XCB_INPUT_RAW_MOTION) {
         if (const auto clicks = scrolledClicks(event)) {
-            scroll(*clicks, sink);
+            scroll(event.sourceid, *clicks, sink);
         }
         return;
     }
@@ -168,7 +180,7 @@ void InputWatcher::handleRaw(const xcb_input_raw_button_press_event_t& event, In
             sink.leftPressed();
         }
     } else if (pressed && (event.detail == kWheelUp || event.detail == kWheelDown)) {
-        scroll(event.detail == kWheelUp ? 1 : -1, sink);
+        scroll(event.sourceid, event.detail == kWheelUp ? 1 : -1, sink);
     }
 }
 
@@ -193,7 +205,8 @@ std::optional<double> InputWatcher::scrolledClicks(const xcb_input_raw_motion_ev
     return -number(xcb_input_raw_button_press_axisvalues(&event)[index]) / axis->increment;
 }
 
-void InputWatcher::scroll(double clicks, InputSink& sink) {
+/// Ten points of a fine scroll weigh as much as a click of the wheel, whatever unit the device counts in.
+void InputWatcher::scroll(int device, double clicks, InputSink& sink) {
     if (!modifiers_) {
         modifiers_ = modifiersNow();
     }
@@ -201,8 +214,9 @@ void InputWatcher::scroll(double clicks, InputSink& sink) {
     gesture.type = InputGesture::Type::scrollWheel;
     gesture.modifierFlags = *modifiers_;
     gesture.hasPreciseScrollingDeltas = std::abs(clicks - std::round(clicks)) > kWholeClick;
-    gesture.scrollingDeltaY = gesture.hasPreciseScrollingDeltas ? clicks * kPointsPerClick : std::round(clicks);
-    sink.gestureMade(gesture);
+    gesture.scrollingDeltaY =
+        gesture.hasPreciseScrollingDeltas ? clicks * GestureSum::kPointsPerClick : std::round(clicks);
+    gestures_.add(device, gesture, seconds(), into(sink));
 }
 
 void InputWatcher::handlePinch(const xcb_input_gesture_pinch_begin_event_t& event, InputSink& sink) {
@@ -213,7 +227,7 @@ void InputWatcher::handlePinch(const xcb_input_gesture_pinch_begin_event_t& even
     gesture.modifierFlags = modifierFlags(event.mods.effective);
     gesture.magnification = pinchScale_ - before;
     if (gesture.magnification != 0) {
-        sink.gestureMade(gesture);
+        gestures_.add(event.sourceid, gesture, seconds(), into(sink));
     }
 }
 

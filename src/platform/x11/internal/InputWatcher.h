@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "platform/InputMonitors.h"
+#include "platform/x11/internal/GestureSum.h"
 #include "platform/x11/internal/ScrollAxes.h"
 #include "platform/x11/internal/ServerClock.h"
 #include "platform/x11/internal/XReply.h"
@@ -46,6 +47,8 @@ public:
     void calibrate();
     /// Tells `sink` of all that has come. Waits for nothing but the state of the modifier keys.
     void deliver(InputSink& sink);
+    /// Seconds until `deliver` has something to tell though nothing more comes. Absent for never.
+    std::optional<double> secondsToDelivery() const;
 
 private:
     InputWatcher(xcb_connection_t* connection, const Clock& clock);
@@ -54,7 +57,7 @@ private:
     void handle(const xcb_generic_event_t& event, InputSink& sink);
     void handleRaw(const xcb_input_raw_button_press_event_t& event, InputSink& sink);
     void handlePinch(const xcb_input_gesture_pinch_begin_event_t& event, InputSink& sink);
-    void scroll(double clicks, InputSink& sink);
+    void scroll(int device, double clicks, InputSink& sink);
     std::optional<double> scrolledClicks(const xcb_input_raw_motion_event_t& event);
     std::uint32_t modifiersNow();
     double seconds() const { return clock_.now().seconds(); }
@@ -71,6 +74,7 @@ private:
     std::optional<std::pair<double, double>> calibration_; ///< host seconds round an exchange whose stamp is to come
     std::optional<std::uint32_t> modifiers_;               ///< asked once for the events that came together
     double pinchScale_ = 1;
+    GestureSum gestures_;
 };
 
 } // namespace velmo::x11
