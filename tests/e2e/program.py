@@ -48,6 +48,16 @@ def click(x, y, button=1):
     subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True)
 
 
+def accept_message(title):
+    """Waits for the program's message and presses its button."""
+    def shown():
+        return output("xdotool", "search", "--onlyvisible", "--name", title).split()
+    wait_until(f"the message {title}", shown)
+    time.sleep(0.4)  # it takes the keyboard
+    press("Return")
+    wait_until("the message's end", lambda: not shown())
+
+
 class Stage:
     """A window that paints known things, see velmo-stage."""
 

@@ -14,7 +14,7 @@ import time
 import unittest
 
 import screen_reader
-from program import Program, Stage, flashes, judge, output, press, press_in_library, wait_until
+from program import Program, Stage, accept_message, flashes, judge, output, press, press_in_library, wait_until
 
 INSIDE = "VELMO_TEST_MOUNTS"
 VIDEOS = os.path.join(os.environ.get("HOME", ""), "Videos", "Velmo Studio")
@@ -299,6 +299,7 @@ class Display(BadDay):
             time.sleep(3)
             screen.shrink()
             entry = program.wait_saved(path)
+            accept_message("La grabación se detuvo")
             seen = judge(path, "--counter", "0,0")
             self.assertEqual(seen["decodeErrors"], 0)
             self.assertGreater(seen["duration"], 2)

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from program import Program, Stage, judge, output, press
+from program import Program, Stage, accept_message, judge, output, press
 
 WIDTH, HEIGHT = 1280, 720
 SECOND = "DUMMY1"
@@ -49,6 +49,7 @@ class Displays(unittest.TestCase):
             time.sleep(2)
             switch_off(SECOND)
             entry = program.wait_saved(path)
+            accept_message("La grabación se detuvo")
             self.assertGreater(entry["duration"], 1.5)
             self.assertGreater(judge(path)["duration"], 1)
             # The next recording finds the display that is left.
