@@ -28,14 +28,20 @@ public:
         update();
     }
 
-    /// Handles all that the server has told so far, then composes; again while something could not be read.
+    /// Handles all that the server has told so far. True when the picture may be another one.
+    bool handleEvents() {
+        roundTrip();
+        bool mayDiffer = false;
+        while (const x11::XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->xcb())}) {
+            mayDiffer |= composer_->handle(*event);
+        }
+        return mayDiffer;
+    }
+    /// Handles events, then composes; again while something could not be read.
     x11::Region update() {
         x11::Region painted;
         for (int round = 0; round < 5; ++round) {
-            roundTrip();
-            while (const x11::XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->xcb())}) {
-                composer_->handle(*event);
-            }
+            handleEvents();
             painted.add(composer_->compose());
             if (!composer_->hasUnread()) {
                 break;

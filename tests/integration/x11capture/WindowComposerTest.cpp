@@ -171,6 +171,20 @@ TEST_F(WindowComposer, AWindowThatAnExcludedProcessOpensLaterIsLeftOutAsWell) {
     EXPECT_EQ(differences(probe.pixels(), std::vector<std::uint32_t>(1280 * 720, 0)), 0);
 }
 
+TEST_F(WindowComposer, AnExcludedWindowThatIsMovedAsksForNoPicture) {
+    const OtherProcess other(server.display(), {100, 100, 100, 100}, kRed);
+    const auto own = client.show({300, 100, 100, 100}, {.color = kGreen});
+    client.sync();
+    ComposerProbe probe(server.display(), kScreen, {{other.pid()}, {}});
+    client.move(other.window(), 120, 140);
+    client.sync();
+    EXPECT_FALSE(probe.handleEvents());
+
+    client.move(own, 320, 140);
+    client.sync();
+    EXPECT_TRUE(probe.handleEvents());
+}
+
 TEST_F(WindowComposer, AManagedWindowBelongsToItsClientAndNotToTheFrame) {
     client.setRootColor(0);
     OtherProcess other(server.display(), {100, 100, 200, 200}, kRed);

@@ -39,27 +39,13 @@ bool FramePacer::waitsForPainting() const {
 }
 
 std::int64_t FramePacer::dueAfter(std::int64_t change, double leastGap) const {
+    const std::int64_t settled = change + std::min(kSettleTime, interval_ / 8);
     const double intervals = std::max(leastGap, kNeededCredit - credit_);
-    return std::max(settledAt(change), creditTime_ + static_cast<std::int64_t>(intervals * static_cast<double>(interval_)));
-}
-
-std::int64_t FramePacer::settledAt(std::int64_t change) const {
-    return change + std::min(kSettleTime, interval_ / 8);
-}
-
-/// What the picture taken now costs less because its painting had to wait, in intervals.
-double FramePacer::stepTowardsPainter(std::int64_t now) {
-    const double waited =
-        firstDamage_ ? static_cast<double>(now - settledAt(*firstDamage_)) / static_cast<double>(interval_) : 0;
-    if (waited < kStep) {
-        latePictures_ = 0;
-        return std::max(waited, 0.0);
-    }
-    return latePictures_++ % (kSteps + kStepless) < kSteps ? kStep : 0;
+    return std::max(settled, creditTime_ + static_cast<std::int64_t>(intervals * static_cast<double>(interval_)));
 }
 
 void FramePacer::delivered(std::int64_t now) {
-    credit_ = creditAt(now) - 1 + stepTowardsPainter(now);
+    credit_ = creditAt(now) - 1;
     creditTime_ = now;
     lastWasPainted_ = firstDamage_.has_value();
     dismissed();

@@ -10,13 +10,7 @@ namespace velmo::x11 {
 /// A picture follows what is painted, shortly after it, and not a grid of its own: a grid that beats against an
 /// application's timer takes one of its pictures twice and misses the next. The rate is kept by credit: each picture
 /// costs 1, an interval earns 1, and up to `kMaxCredit` is saved, so pictures painted early because the ones before
-/// were late still go at once. Over any time t there are at most t / interval + `kMaxCredit` pictures, and a
-/// `kStep` more for each picture that waited.
-///
-/// Where the credit is used up, an interval between pictures is a grid after all, and it can stand for good on the very
-/// moment at which the painter paints: one of his pictures is taken twice, the next one missed. So a picture that had to
-/// wait for credit is a step cheaper, and the next one nearer to its painting, until they follow it again. A painter
-/// who is faster than the rate is never reached: after more than a whole interval of steps there are none for a while.
+/// were late still go at once. Over any time t there are at most t / interval + `kMaxCredit` pictures.
 ///
 /// A pointer that moves all the time would make such a grid. So after a picture of something painted it waits a little
 /// longer than an interval for the next painting, and is shown along with it.
@@ -29,11 +23,6 @@ public:
     static constexpr double kLeastGap = 0.35;
     /// Painting has this long to come to its end before the picture is taken.
     static constexpr std::int64_t kSettleTime = 2'000'000;
-
-    /// What a picture that waited costs less, in intervals; so many of them in a row, then so many at the full price.
-    static constexpr double kStep = 1.0 / 32;
-    static constexpr unsigned kSteps = 40;
-    static constexpr unsigned kStepless = 200;
 
     /// So many intervals after a picture of something painted one is taken for the pointer's sake alone, ...
     static constexpr double kPointerPatience = 1.3;
@@ -62,8 +51,6 @@ public:
 private:
     std::int64_t dueAfter(std::int64_t change, double leastGap) const;
     double creditAt(std::int64_t now) const;
-    double stepTowardsPainter(std::int64_t now);
-    std::int64_t settledAt(std::int64_t change) const;
 
     std::int64_t interval_;
     std::optional<std::int64_t> firstDamage_;
@@ -71,7 +58,6 @@ private:
     bool demanded_ = false;
     bool lastWasPainted_ = false; ///< the last picture was not for the pointer alone
     double credit_ = kMaxCredit;
-    unsigned latePictures_ = 0;   ///< in a row
     std::int64_t creditTime_ = 0; ///< when `credit_` held: at the last picture
 };
 

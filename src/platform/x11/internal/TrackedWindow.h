@@ -31,6 +31,9 @@ struct TrackedWindow {
     bool pixmapAgain = true;
     bool damaged = false;
 
+    /// What happens to it can change the picture, as far as is known before the server is asked. Not so an overlay of
+    /// our own: it is moved all the time, and a picture taken for it would take a painting's place.
+    bool mayShow() const { return viewable && !excluded; }
     /// Adds something to the picture.
     bool isVisible() const {
         return viewable && !excluded && client != 0 && opacity > 0 && (depth == 24 || depth == 32);

@@ -132,7 +132,7 @@ bool WindowTracker::handle(const xcb_generic_event_t& event) {
     if (type == connection_.events().shape + XCB_SHAPE_NOTIFY) {
         const auto& shape = as<xcb_shape_notify_event_t>(event);
         TrackedWindow* window = shape.shape_kind == XCB_SHAPE_SK_BOUNDING ? find(shape.affected_window) : nullptr;
-        return window != nullptr && (window->shapeAgain = true);
+        return window != nullptr && (window->shapeAgain = true) && window->mayShow();
     }
     const bool wasSent = (event.response_type & 0x80) != 0; // by a client: window managers tell clients their place
     return !wasSent && !isBeforeStart(event) && structureChanged(event);
@@ -164,7 +164,7 @@ bool WindowTracker::structureChanged(const xcb_generic_event_t& event) {
         } else if (window != nullptr) {
             order_.lower(circulate.window);
         }
-        return window != nullptr && (markDirty(*window), true);
+        return window != nullptr && (markDirty(*window), window->mayShow());
     }
     case XCB_PROPERTY_NOTIFY:
         return onProperty(as<xcb_property_notify_event_t>(event));
@@ -226,7 +226,7 @@ bool WindowTracker::onConfigure(const xcb_configure_notify_event_t& event) {
     window->outer = outer;
     window->border = event.border_width;
     markDirty(*window);
-    return true;
+    return window->mayShow();
 }
 
 bool WindowTracker::onProperty(const xcb_property_notify_event_t& event) {
