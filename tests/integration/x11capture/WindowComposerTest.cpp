@@ -176,6 +176,7 @@ TEST_F(WindowComposer, AnExcludedWindowThatIsMovedAsksForNoPicture) {
     const auto own = client.show({300, 100, 100, 100}, {.color = kGreen});
     client.sync();
     ComposerProbe probe(server.display(), kScreen, {{other.pid()}, {}});
+    probe.handleEvents(); // of the windows' first appearance
     client.move(other.window(), 120, 140);
     client.sync();
     EXPECT_FALSE(probe.handleEvents());
