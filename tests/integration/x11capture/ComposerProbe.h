@@ -37,6 +37,7 @@ public:
         }
         return mayDiffer;
     }
+    x11::Region compose() { return composer_->compose(); }
     /// Handles events, then composes; again while something could not be read.
     x11::Region update() {
         x11::Region painted;

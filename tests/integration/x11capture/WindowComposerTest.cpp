@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 namespace velmo::test {
 namespace {
 
@@ -88,6 +91,29 @@ TEST_F(WindowComposer, PaintingUnderAnOpaqueWindowPaintsNothing) {
     client.fill(below, {10, 20, 30, 40}, kBlue);
     client.sync();
     EXPECT_TRUE(probe.update().isEmpty());
+}
+
+TEST_F(WindowComposer, WhatIsToldOfAsPaintedIsPaintedThoughItNeverStopsBeingSo) {
+    const auto window = client.show({0, 0, 1280, 720}, {.color = kRed});
+    client.sync();
+    ComposerProbe probe(server.display(), kScreen);
+    std::atomic<bool> ending = false;
+    std::thread painter([&] {
+        for (std::uint32_t n = 0; !ending; ++n) {
+            client.fill(window, {0, 0, 64, 64}, kRed + n);
+            client.sync();
+        }
+    });
+    int empty = 0;
+    for (int told = 0; told < 300;) {
+        if (probe.handleEvents()) {
+            ++told;
+            empty += probe.compose().isEmpty() ? 1 : 0;
+        }
+    }
+    ending = true;
+    painter.join();
+    EXPECT_EQ(empty, 0);
 }
 
 TEST_F(WindowComposer, TheBorderOfAWindowBelongsToIt) {

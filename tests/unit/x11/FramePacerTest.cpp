@@ -94,7 +94,8 @@ TEST(FramePacer, WithoutCreditAPainterOfTheRateLosesOnePaintingAtMost) {
         std::mt19937 random(1);
         int lost = 0;
         for (int i = 0; i < 300; ++i) {
-            const std::int64_t painting = begin + i * kInterval + static_cast<std::int64_t>(random() % (6 * kMillisecond));
+            const std::int64_t painting =
+                begin + i * kInterval + static_cast<std::int64_t>(random() % (6 * kMillisecond));
             const bool oneWaits = pacer.due().has_value() && *pacer.due() >= painting;
             if (pacer.due() && !oneWaits) {
                 pacer.delivered(*pacer.due());
@@ -231,6 +232,18 @@ TEST(FramePacer, APaintingNobodySeesCostsNothing) {
     EXPECT_FALSE(pacer.due());
     pacer.damaged(200 * kMillisecond);
     EXPECT_EQ(pacer.due(), 200 * kMillisecond + FramePacer::kSettleTime);
+}
+
+TEST(FramePacer, APaintingThatWasNoneLeavesThePointerItsTime) {
+    FramePacer pacer(kInterval);
+    pacer.damaged(1000 * kMillisecond);
+    pacer.delivered(1002 * kMillisecond);
+    pacer.pointerMoved(1003 * kMillisecond);
+    const auto forThePointer = pacer.due();
+    pacer.damaged(1010 * kMillisecond);
+    EXPECT_LT(pacer.due(), forThePointer);
+    pacer.paintedNothing();
+    EXPECT_EQ(pacer.due(), forThePointer);
 }
 
 TEST(FramePacer, ADemandedPictureIsDueAtOnce) {

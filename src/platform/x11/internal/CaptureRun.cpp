@@ -125,8 +125,7 @@ std::optional<Error> CaptureRun::loop() {
         if (showsCursor() && time >= nextPointerLook_) {
             pacer_.pointerMoved(time);
         }
-        const auto due = pacer_.due();
-        if (due && time >= *due) {
+        if (isDue(time)) {
             buffersAreOut_ = !writer_->hasFreeBuffer();
             if (!buffersAreOut_) {
                 grab();
@@ -160,6 +159,11 @@ void CaptureRun::drainEvents() {
     }
 }
 
+bool CaptureRun::isDue(std::int64_t time) const {
+    const auto due = pacer_.due();
+    return due && time >= *due;
+}
+
 void CaptureRun::grab() {
     const MediaTime time = context_.clock->now();
     WindowComposer& composer = source_->composer();
@@ -168,6 +172,12 @@ void CaptureRun::grab() {
     if (picture.data == nullptr) { // a window that is not to be seen
         pacer_.dismissed();
         return;
+    }
+    if (painted.isEmpty() && !owesPicture_) {
+        pacer_.paintedNothing();
+        if (!isDue(now())) {
+            return;
+        }
     }
     writer_->setSource(picture.width, picture.height);
     writer_->invalidate(painted);

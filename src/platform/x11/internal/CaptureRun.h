@@ -46,6 +46,7 @@ private:
     void takeRequests();
     Result<void> configure(const StreamConfiguration& configuration);
     void drainEvents();
+    bool isDue(std::int64_t time) const;
     void grab();
     bool readPointer();
     void deliver(MediaTime time);

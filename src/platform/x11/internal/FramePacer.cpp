@@ -51,6 +51,11 @@ void FramePacer::delivered(std::int64_t now) {
     dismissed();
 }
 
+void FramePacer::paintedNothing() {
+    firstDamage_.reset();
+    demanded_ = false;
+}
+
 void FramePacer::dismissed() {
     firstDamage_.reset();
     firstMove_.reset();

@@ -45,6 +45,8 @@ public:
     bool waitsForPainting() const;
     /// The picture of what was painted is out.
     void delivered(std::int64_t now);
+    /// What was called painted is as it was: what is left is a pointer that moved, with its own time.
+    void paintedNothing();
     /// What was painted is not to be seen: no picture.
     void dismissed();
 

@@ -17,11 +17,12 @@ struct TrackedWindow {
     bool viewable = false; ///< mapped, so it has pixels
     std::uint8_t opacity = 255;
     bool shaped = false;
-    Region shape;             ///< only when shaped; relative to the corner of `outer`
-    xcb_window_t client = 0;  ///< the application's window in this frame, or `id`; 0 until known
-    bool excluded = false;    ///< belongs to a process that the picture leaves out
-    std::uint32_t pixmap = 0; ///< names the pixels while viewable
-    std::uint32_t damage = 0; ///< reports changes of the pixels
+    Region shape;              ///< only when shaped; relative to the corner of `outer`
+    xcb_window_t client = 0;   ///< the application's window in this frame, or `id`; 0 until known
+    bool excluded = false;     ///< belongs to a process that the picture leaves out
+    std::uint32_t pixmap = 0;  ///< names the pixels while viewable
+    std::uint32_t damage = 0;  ///< reports changes of the pixels
+    std::uint32_t fetched = 0; ///< the request that took the reported changes last
 
     // what has to be asked of the server before the next picture
     bool describeAgain = true;

@@ -126,8 +126,7 @@ bool WindowTracker::isBeforeStart(const xcb_generic_event_t& event) {
 bool WindowTracker::handle(const xcb_generic_event_t& event) {
     const std::uint8_t type = event.response_type & 0x7f;
     if (type == connection_.events().damage + XCB_DAMAGE_NOTIFY) {
-        TrackedWindow* window = find(as<xcb_damage_notify_event_t>(event).drawable);
-        return window != nullptr && (window->damaged = true);
+        return onDamage(as<xcb_damage_notify_event_t>(event), event.full_sequence);
     }
     if (type == connection_.events().shape + XCB_SHAPE_NOTIFY) {
         const auto& shape = as<xcb_shape_notify_event_t>(event);
@@ -136,6 +135,14 @@ bool WindowTracker::handle(const xcb_generic_event_t& event) {
     }
     const bool wasSent = (event.response_type & 0x80) != 0; // by a client: window managers tell clients their place
     return !wasSent && !isBeforeStart(event) && structureChanged(event);
+}
+
+/// An event that the server sent before it answered with the damage tells of what is in that answer. It comes after it,
+/// and there is nothing behind it any more.
+bool WindowTracker::onDamage(const xcb_damage_notify_event_t& event, std::uint32_t sequence) {
+    TrackedWindow* window = find(event.drawable);
+    const bool isNew = window != nullptr && static_cast<std::int32_t>(sequence - window->fetched) >= 0;
+    return isNew && (window->damaged = true);
 }
 
 bool WindowTracker::structureChanged(const xcb_generic_event_t& event) {

@@ -6,6 +6,8 @@
 #include "platform/x11/internal/WindowProbe.h"
 #include "platform/x11/internal/XConnection.h"
 
+#include <xcb/damage.h>
+
 #include <unordered_map>
 #include <vector>
 
@@ -53,6 +55,7 @@ private:
     void markDirty(const TrackedWindow& window);
     bool isBeforeStart(const xcb_generic_event_t& event);
 
+    bool onDamage(const xcb_damage_notify_event_t& event, std::uint32_t sequence);
     bool structureChanged(const xcb_generic_event_t& event);
     bool onReparent(const xcb_reparent_notify_event_t& event);
     bool onMapping(xcb_window_t window, bool mapped);

@@ -70,7 +70,8 @@ void WindowTracker::prepareToRead(TrackedWindow& window) {
     if (window.damage == 0) {
         window.damage = xcb_generate_id(xcb);
         xcb_damage_create(xcb, window.damage, window.id, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-        xcb_damage_subtract(xcb, window.damage, XCB_NONE, XCB_NONE); // a new one calls everything damaged; so do we
+        window.fetched = xcb_damage_subtract(xcb, window.damage, XCB_NONE, XCB_NONE)
+                             .sequence; // a new one calls everything damaged; so do we
         markDirty(window);
     }
     if (std::exchange(window.pixmapAgain, false)) {
@@ -131,7 +132,7 @@ void WindowTracker::fetchDamage(std::vector<std::pair<TrackedWindow*, Region>>& 
 }
 
 void WindowTracker::askForDamage(TrackedWindow& window) {
-    xcb_damage_subtract(connection_.xcb(), window.damage, XCB_NONE, fixesRegion_);
+    window.fetched = xcb_damage_subtract(connection_.xcb(), window.damage, XCB_NONE, fixesRegion_).sequence;
     asked_.emplace_back(&window, xcb_xfixes_fetch_region(connection_.xcb(), fixesRegion_).sequence);
 }
 
