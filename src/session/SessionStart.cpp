@@ -350,6 +350,7 @@ void RecorderController::startSpotlight(const Screen& screen) {
         if (!life.expired() && recorder_) {
             const ChameleonPalette palette = services_.prefs.chameleonPalette;
             recorder_->zoom().showBubble(time, PointerBubble::paletteColors(hexes(palette)));
+            log(QStringLiteral("círculo con el mouse: burbuja en el puntero"));
         }
     });
     surfaces_.spotlight->start(screen, services_.prefs.cursorHighlight);

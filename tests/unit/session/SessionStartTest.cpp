@@ -341,6 +341,7 @@ TEST_F(SessionStart, ACircleOfThePointerReachesTheCompositor) {
     record();
     spotlight.circle(12.5);
     EXPECT_THAT(calls, ElementsAre("zoom.showBubble 12.50 5"));
+    EXPECT_EQ(lines.back(), "círculo con el mouse: burbuja en el puntero");
     controller->stop();
     settle();
     calls.clear();
