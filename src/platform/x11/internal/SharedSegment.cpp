@@ -14,7 +14,8 @@ std::unique_ptr<SharedSegment> SharedSegment::create(const XConnection& connecti
     }
     void* memory = MAP_FAILED;
     if (ftruncate(file, static_cast<off_t>(bytes)) == 0) {
-        memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+        // with its pages now: the first picture that needs them should not wait for them, however late it comes
+        memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_POPULATE, file, 0);
     }
     if (memory == MAP_FAILED) {
         close(file);
