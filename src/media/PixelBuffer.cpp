@@ -1,6 +1,7 @@
 #include "media/PixelBuffer.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <mutex>
 #include <vector>
 
@@ -52,6 +53,7 @@ FrameRef PixelBuffer::create(PixelFormat format, int width, int height) {
         return nullptr;
     }
     std::uint8_t* memory = buffer.memory_.get();
+    std::memset(memory, 0, buffer.bytes_); // takes its pages now, not in the first frame that needs it
     buffer.planes_[0] = {memory, static_cast<std::ptrdiff_t>(stride0), width, height};
     if (planar) {
         buffer.planes_[1] = {memory + aligned(size0), static_cast<std::ptrdiff_t>(stride1), chromaWidth, chromaHeight};

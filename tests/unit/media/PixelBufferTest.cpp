@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <vector>
+
 namespace velmo {
 namespace {
 
@@ -16,6 +22,19 @@ TEST(PixelBuffer, ImpossibleSizesGiveNoBuffer) {
     EXPECT_FALSE(PixelBuffer::create(PixelFormat::nv12, 0, 10));
     EXPECT_FALSE(PixelBuffer::create(PixelFormat::bgra, 10, -1));
     EXPECT_FALSE(PixelBuffer::create(PixelFormat::bgra, 1 << 20, 1 << 20));
+}
+
+TEST(PixelBuffer, HasItsPagesFromTheStart) {
+    const FrameRef frame = PixelBuffer::create(PixelFormat::nv12, 1920, 1080);
+    ASSERT_TRUE(frame);
+    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    const auto begin = reinterpret_cast<std::uintptr_t>(frame->plane(0).row(0));
+    const std::uintptr_t firstWhole = (begin + page - 1) / page * page;
+    const std::size_t pages = (begin + frame->byteCount() - firstWhole) / page;
+    std::vector<unsigned char> resident(pages);
+    ASSERT_EQ(mincore(reinterpret_cast<void*>(firstWhole), pages * page, resident.data()), 0);
+    EXPECT_EQ(std::ranges::count_if(resident, [](unsigned char flags) { return (flags & 1U) != 0; }),
+              static_cast<std::ptrdiff_t>(pages));
 }
 
 TEST(PixelBufferPool, AReleasedBufferIsTakenAgain) {
