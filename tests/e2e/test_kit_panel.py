@@ -95,6 +95,7 @@ class KitPanel(unittest.TestCase):
         with Stage("motion"), Program(**{"kit.items": self.material}) as program:
             video = program.begin_recording()
             wait_until("the panel", panel)
+            time.sleep(1)  # it stands a moment before the keys are held
             press("ctrl+k")
             wait_until("the panel's end", lambda: not panel())
             press("ctrl+k")
