@@ -57,9 +57,8 @@ void FramePacer::paintedNothing() {
 }
 
 void FramePacer::dismissed() {
-    firstDamage_.reset();
+    paintedNothing();
     firstMove_.reset();
-    demanded_ = false;
 }
 
 double FramePacer::creditAt(std::int64_t now) const {

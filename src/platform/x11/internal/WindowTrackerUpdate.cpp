@@ -70,8 +70,8 @@ void WindowTracker::prepareToRead(TrackedWindow& window) {
     if (window.damage == 0) {
         window.damage = xcb_generate_id(xcb);
         xcb_damage_create(xcb, window.damage, window.id, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-        window.fetched = xcb_damage_subtract(xcb, window.damage, XCB_NONE, XCB_NONE)
-                             .sequence; // a new one calls everything damaged; so do we
+        // a new one calls everything damaged; so do we
+        window.fetched = xcb_damage_subtract(xcb, window.damage, XCB_NONE, XCB_NONE).sequence;
         markDirty(window);
     }
     if (std::exchange(window.pixmapAgain, false)) {
