@@ -1,8 +1,10 @@
 #include "media/PixelBuffer.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace velmo {
@@ -11,6 +13,7 @@ namespace {
 
 constexpr std::size_t kAlignment = 64;
 constexpr int kLargestSide = 1 << 15;
+constexpr int kPatience = 256; // takes: some seconds of pictures
 
 std::size_t aligned(std::size_t bytes) {
     return (bytes + kAlignment - 1) / kAlignment * kAlignment;
@@ -82,6 +85,7 @@ std::unique_ptr<PixelBufferPool> PixelBufferPool::create(PixelFormat format, int
     pool->format_ = format;
     pool->width_ = width;
     pool->height_ = height;
+    pool->minimumCount_ = minimumCount;
     pool->core_ = std::make_shared<PixelBuffer::PoolCore>();
     pool->core_->idle.reserve(static_cast<std::size_t>(minimumCount) * 4);
     std::vector<FrameRef> first;
@@ -111,12 +115,22 @@ PixelBufferPool::~PixelBufferPool() {
 
 FrameRef PixelBufferPool::take() {
     PixelBuffer* buffer = nullptr;
+    PixelBuffer* spare = nullptr;
     {
         const std::lock_guard guard(core_->lock);
-        if (!core_->idle.empty()) {
-            buffer = core_->idle.back();
-            core_->idle.pop_back();
+        std::vector<PixelBuffer*>& idle = core_->idle;
+        if (!idle.empty()) {
+            buffer = idle.back();
+            idle.pop_back();
         }
+        if (oneIsSpare(idle.size())) {
+            spare = idle.back();
+            idle.pop_back();
+        }
+    }
+    if (spare != nullptr) {
+        delete spare;
+        --count_;
     }
     FrameRef frame;
     if (buffer != nullptr) {
@@ -125,11 +139,19 @@ FrameRef PixelBufferPool::take() {
         frame = FrameRef::adopt(buffer);
     } else {
         frame = PixelBuffer::create(format_, width_, height_);
+        count_ += frame ? 1 : 0;
     }
     if (frame) {
         frame->home_ = core_;
     }
     return frame;
+}
+
+/// Whether one could have been done without in all the takes since this was last seen.
+bool PixelBufferPool::oneIsSpare(std::size_t idle) {
+    leastIdle_ = takes_ == 0 ? idle : std::min(leastIdle_, idle);
+    takes_ = (takes_ + 1) % kPatience;
+    return takes_ == 0 && leastIdle_ > 0 && count_ > minimumCount_;
 }
 
 } // namespace velmo

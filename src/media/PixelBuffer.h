@@ -84,8 +84,9 @@ private:
     mutable std::atomic<int> references_{1};
 };
 
-/// Reuses buffers of one format and size. Outstanding buffers stay valid when the pool is gone.
-/// `take` may be called on one thread while buffers are released on any.
+/// Reuses buffers of one format and size. What a burst has made beyond the minimum goes back to the system, one by one,
+/// when it has long not been needed. Outstanding buffers stay valid when the pool is gone.
+/// The pool belongs to one thread; buffers are released on any.
 class PixelBufferPool {
 public:
     /// Makes `minimumCount` buffers at once. Null when the size is not possible or memory is out.
@@ -99,13 +100,20 @@ public:
     PixelFormat format() const { return format_; }
     int width() const { return width_; }
     int height() const { return height_; }
+    /// Buffers that there are, idle and out.
+    int count() const { return count_; }
 
 private:
     PixelBufferPool() = default;
+    bool oneIsSpare(std::size_t idle);
 
     PixelFormat format_ = PixelFormat::nv12;
     int width_ = 0;
     int height_ = 0;
+    int minimumCount_ = 0;
+    int count_ = 0;
+    int takes_ = 0;             // since it was last seen whether one is spare
+    std::size_t leastIdle_ = 0; // after any of these
     std::shared_ptr<PixelBuffer::PoolCore> core_;
 };
 

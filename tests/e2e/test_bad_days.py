@@ -9,14 +9,13 @@ import random
 import shutil
 import signal
 import subprocess
-import sys
 import time
 import unittest
 
 import screen_reader
+from mounts import enter_mounts_of_our_own
 from program import Program, Stage, accept_message, flashes, judge, output, press, press_in_library, wait_until
 
-INSIDE = "VELMO_TEST_MOUNTS"
 VIDEOS = os.path.join(os.environ.get("HOME", ""), "Videos", "Velmo Studio")
 CONFIG = os.path.join(os.environ.get("XDG_CONFIG_HOME", ""), "velmo-studio")
 TRASH = os.path.join(os.environ.get("XDG_DATA_HOME", ""), "Trash", "files")
@@ -433,13 +432,6 @@ class Hurry(BadDay):
             self.assertLess(abs(stream["duration"] - entry["duration"]), 0.25, (stream, entry["duration"]))
 
 
-def in_a_mount_namespace():
-    if INSIDE not in os.environ:
-        namespaces = ["-m"] if os.getuid() == 0 else ["-U", "-r", "-m"]
-        os.environ[INSIDE] = "1"
-        os.execvp("unshare", ["unshare", *namespaces, sys.executable, *sys.argv])
-
-
 if __name__ == "__main__":
-    in_a_mount_namespace()
+    enter_mounts_of_our_own()
     unittest.main(verbosity=2)

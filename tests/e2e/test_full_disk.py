@@ -4,13 +4,11 @@ Runs in a mount namespace of its own, with a small file system in place of the v
 
 import os
 import subprocess
-import sys
 import time
 import unittest
 
+from mounts import enter_mounts_of_our_own
 from program import Program, Stage, judge, output, press, wait_until
-
-INSIDE = "VELMO_TEST_SMALL_DISK"
 
 
 class FullDisk(unittest.TestCase):
@@ -33,8 +31,5 @@ class FullDisk(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if INSIDE not in os.environ:
-        namespaces = ["-m"] if os.getuid() == 0 else ["-U", "-r", "-m"]
-        os.environ[INSIDE] = "1"
-        os.execvp("unshare", ["unshare", *namespaces, sys.executable, *sys.argv])
+    enter_mounts_of_our_own()
     unittest.main(verbosity=2)

@@ -1,6 +1,6 @@
 """Does to the program what nobody should do to it, and looks at what is left of the class.
 
-    python3 tests/faults/faults.py [--kills N] [--seed S] [--only kills,writes,weather]
+    python3 tests/faults/faults.py [--kills N] [--seed S] [--only kills,writes,drive,weather]
 
 Run on a private desktop, see `./test --faults`. Prints a table for each group, and ends with an error when a class was
 lost or more than its last second is missing."""
@@ -13,11 +13,13 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 
+import drive
 import kills
 import weather
 import writes
+from mounts import enter_mounts_of_our_own
 
-GROUPS = {"kills": kills.run, "writes": writes.run, "weather": weather.run}
+GROUPS = {"kills": kills.run, "writes": writes.run, "drive": drive.run, "weather": weather.run}
 
 
 def main():
@@ -38,4 +40,5 @@ def main():
 
 
 if __name__ == "__main__":
+    enter_mounts_of_our_own()
     sys.exit(main())

@@ -1,14 +1,16 @@
 """Kills the program at chance moments of each phase of a recording, starts it again and looks at what the library holds."""
 
+import itertools
 import os
 import time
-from collections import defaultdict
+from collections import defaultdict, deque
 
 from orders import SLOW
 from program import Stage, press, wait_until
 from subject import MARK_SETTLES_S, Subject, kit_of, look_at, now_ms, record_of, since, table
 
 LONGEST_LOSS_S = 1.0
+MOST_TRIES = 2        # for each kill: those that come before the first picture do not count
 KEY_SETTLES_S = 0.15  # from a key press until the program has acted on it, on a busy machine
 
 
@@ -143,7 +145,7 @@ class Verdict:
         self.lost = 0.0
         self.faults = []
         self.kept = False
-        self.had_video = False
+        self.had_something = True  # by the time of the kill
         self.had_work = False
         self.sidecars = True
         self.load = 0.0
@@ -161,8 +163,8 @@ def judge_kill(kill, killed_at):
     recorded = (min(killed_at, kill.content_end) - kill.began) / 1000 if kill.began else 0
     if not videos:
         verdict.lost = max(recorded, 0)
+        verdict.had_something = kill.began is not None
         return verdict
-    verdict.had_video = True
     verdict.check(f"one video and not {videos}", len(videos) == 1)
     seen = look_at(videos[0])
     verdict.kept = seen["plays"]
@@ -230,11 +232,13 @@ def run(options, chance):
             out.write(os.urandom(300_000))
     results = defaultdict(list)
     faults = []
-    names = list(PHASES)
+    waiting = deque(itertools.islice(itertools.cycle(PHASES), options.kills))
     with Stage("motion", "--clock", "--size", "800x450", "--unmanaged"), \
             Subject(**{"kit.items": kit_of(*files)}) as subject:
-        for number in range(options.kills):
-            phase = names[number % len(names)]
+        for number in range(MOST_TRIES * options.kills):
+            if not waiting:
+                break
+            phase = waiting.popleft()
             try:
                 verdict = one_kill(subject, phase, chance, len(files))
             except AssertionError as error:
@@ -244,20 +248,23 @@ def run(options, chance):
                 subject.quit()
                 subject.start()
             results[phase].append(verdict)
+            if not verdict.had_something:
+                waiting.append(phase)  # nothing was put to the test
             if verdict.lost > LONGEST_LOSS_S:
                 verdict.faults.append(f"lost {verdict.lost:.2f} s")
             faults += [f"kill {number} ({phase}): {fault}" for fault in verdict.faults]
             work = "with" if verdict.had_work else "without"
             print(f"kill {number} {phase}: {work} work left, load {verdict.load:.0f}, lost {verdict.lost:.2f} s {'; '.join(verdict.faults)}", flush=True)
+    faults += [f"no kill while there was something: {phase}" for phase in waiting]
     loads = sorted(verdict.load for verdict in sum(results.values(), []))
     print(f"\n{os.cpu_count()} cores; load at the kills: middle {loads[len(loads) // 2]:.0f}, most {loads[-1]:.0f}")
-    table("Kills", ("phase", "tried", "work left behind", "left a video", "playable", "worst seconds lost", "sidecars right"),
-          [row(phase, results[phase]) for phase in names] + [row("all", sum(results.values(), []))])
+    table("Kills", ("phase", "tried", "too early", "work left behind", "playable", "worst seconds lost", "sidecars right"),
+          [row(phase, results[phase]) for phase in PHASES] + [row("all", sum(results.values(), []))])
     return faults
 
 
 def row(phase, verdicts):
-    return (phase, len(verdicts), sum(verdict.had_work for verdict in verdicts),
-            sum(verdict.had_video for verdict in verdicts), sum(verdict.kept for verdict in verdicts),
+    return (phase, len(verdicts), sum(not verdict.had_something for verdict in verdicts),
+            sum(verdict.had_work for verdict in verdicts), sum(verdict.kept for verdict in verdicts),
             f"{max((verdict.lost for verdict in verdicts), default=0):.2f}",
             sum(verdict.sidecars for verdict in verdicts))

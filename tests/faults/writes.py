@@ -13,16 +13,32 @@ PLACES = (("the video", ".mp4"), ("the journal", ".velmo-journal"), ("any file",
 TIMES = (("once", dict(times=1)), ("every 7th time", dict(every=7)), ("from then on", dict()))
 STEPS_OF_A_STOP = (1, 2, 3, 5, 8, 13, 21, 34)
 
-# What is tried, the orders, when they are given, and whether the recording is to end then.
-CASES = [(f"{errno.errorcode[number]} {when} on {where}", FAIL, dict(error=number, part=part, **how), "recording", "ends")
+
+
+class Misbehaviour:
+    """Of the disk, by orders to the shim."""
+
+    def __init__(self, mode, **how):
+        self.mode = mode
+        self.how = how
+
+    def begin(self, subject):
+        subject.orders.give(self.mode, **self.how)
+
+    def end(self, subject):
+        subject.orders.clear()
+
+
+# What is tried, what it is, when it begins, and whether the recording is to end then.
+CASES = [(f"{errno.errorcode[number]} {when} on {where}", Misbehaviour(FAIL, error=number, part=part, **how), "recording", "ends")
          for number in NUMBERS for where, part in PLACES for when, how in TIMES]
-CASES += [(f"{errno.errorcode[number]} at write {nth} of the stop", FAIL, dict(error=number, every=nth, times=1), "stop", "goes on")
+CASES += [(f"{errno.errorcode[number]} at write {nth} of the stop", Misbehaviour(FAIL, error=number, every=nth, times=1), "stop", "goes on")
           for number in (errno.ENOSPC, errno.EIO) for nth in STEPS_OF_A_STOP]
-CASES += [("half of each write", SHORT, dict(), "recording", "goes on"),
-          ("10 ms for each write", SLOW, dict(milliseconds=10, part=".mp4"), "recording", "goes on")]
+CASES += [("half of each write", Misbehaviour(SHORT), "recording", "goes on"),
+          ("10 ms for each write", Misbehaviour(SLOW, milliseconds=10, part=".mp4"), "recording", "goes on")]
 
 
-def one_case(subject, mode, how, when, chance):
+def one_case(subject, fault, when, chance):
     """What was told, whether it was saved at once, what is left of it."""
     subject.clear_library()
     video = subject.begin_recording(first_bytes=1000)
@@ -30,7 +46,7 @@ def one_case(subject, mode, how, when, chance):
     time.sleep(chance.uniform(1, 2))
     struck = now_ms()
     if when == "recording":
-        subject.orders.give(mode, **how)
+        fault.begin(subject)
         time.sleep(2)
     told = subject.dismiss_notices()
     stopped = now_ms()
@@ -38,15 +54,15 @@ def one_case(subject, mode, how, when, chance):
         press("ctrl+m")
         time.sleep(MARK_SETTLES_S)
         struck = stopped = now_ms()
-        subject.orders.give(mode, **how)
+        fault.begin(subject)
     if not told and not subject.library_window():  # else it has ended by itself, and the key would begin anew
         press("ctrl+g")
     wait_until("the end of the recording", lambda: told.extend(subject.dismiss_notices()) or subject.library_window())
     time.sleep(0.5)
     told += subject.dismiss_notices()
     alive = subject.process.poll() is None
-    subject.orders.clear()
     saved = os.path.exists(video) and "No se pudo guardar la grabación" not in told
+    fault.end(subject)
     subject.quit()
     subject.relaunch()
     told += subject.dismiss_notices()
@@ -74,25 +90,29 @@ def faults_of(name, ending, result):
 
 
 def run(options, chance):
+    with Stage("motion", "--clock", "--size", "800x450", "--unmanaged"), Subject() as subject:
+        return run_cases("Writes that fail", CASES, subject, chance)
+
+
+def run_cases(title, cases, subject, chance):
     rows = []
     faults = []
-    with Stage("motion", "--clock", "--size", "800x450", "--unmanaged"), Subject() as subject:
-        for name, mode, how, when, ending in CASES:
-            try:
-                result = one_case(subject, mode, how, when, chance)
-                found = faults_of(name, ending, result)
-            except AssertionError as error:
-                result = {"told": [], "saved": False, "seen": None, "struck": 0}
-                found = [str(error)]
-                subject.orders.clear()
-                subject.quit()
-                subject.start()
-            seen = result["seen"]
-            lost = max(since(seen["last"], result["struck"]), 0) if seen and seen["last"] is not None else "-"
-            rows.append((name, "at once" if result["saved"] else "at the next launch" if seen else "no",
-                         "yes" if seen and seen["plays"] else "no", lost if lost == "-" else f"{lost:.2f}",
-                         " / ".join(dict.fromkeys(result["told"])) or "-"))
-            faults += [f"{name}: {fault}" for fault in found]
-            print(rows[-1], found, flush=True)
-    table("Writes that fail", ("what", "saved", "playable", "seconds lost before it", "told"), rows)
+    for name, fault, when, ending in cases:
+        try:
+            result = one_case(subject, fault, when, chance)
+            found = faults_of(name, ending, result)
+        except AssertionError as error:
+            result = {"told": [], "saved": False, "seen": None, "struck": 0}
+            found = [str(error)]
+            fault.end(subject)
+            subject.quit()
+            subject.start()
+        seen = result["seen"]
+        lost = max(since(seen["last"], result["struck"]), 0) if seen and seen["last"] is not None else "-"
+        rows.append((name, "at once" if result["saved"] else "at the next launch" if seen else "no",
+                     "yes" if seen and seen["plays"] else "no", lost if lost == "-" else f"{lost:.2f}",
+                     " / ".join(dict.fromkeys(result["told"])) or "-"))
+        faults += [f"{name}: {each}" for each in found]
+        print(rows[-1], found, flush=True)
+    table(title, ("what", "saved", "playable", "seconds lost before it", "told"), rows)
     return faults

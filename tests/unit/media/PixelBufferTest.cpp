@@ -55,6 +55,38 @@ TEST(PixelBufferPool, GrowsBeyondItsMinimumWhileAllAreOut) {
     EXPECT_NE(c.get(), b.get());
 }
 
+/// A burst: so many out at once, and back.
+void takeTogether(PixelBufferPool& pool, int count) {
+    std::vector<FrameRef> out(static_cast<std::size_t>(count));
+    std::ranges::generate(out, [&pool] { return pool.take(); });
+}
+
+TEST(PixelBufferPool, GivesBackWhatABurstHasMadeOnceItIsLongNotNeeded) {
+    const auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 2);
+    takeTogether(*pool, 6);
+    EXPECT_EQ(pool->count(), 6);
+    for (int i = 0; i < 5000; ++i) {
+        takeTogether(*pool, 1);
+    }
+    EXPECT_EQ(pool->count(), 2);
+}
+
+TEST(PixelBufferPool, KeepsWhatIsNeededNowAndAgain) {
+    const auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 2);
+    for (int i = 0; i < 5000; ++i) {
+        takeTogether(*pool, i % 100 == 0 ? 6 : 1);
+    }
+    EXPECT_EQ(pool->count(), 6);
+}
+
+TEST(PixelBufferPool, KeepsItsMinimumHoweverLongItIsNotNeeded) {
+    const auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 4);
+    for (int i = 0; i < 5000; ++i) {
+        takeTogether(*pool, 1);
+    }
+    EXPECT_EQ(pool->count(), 4);
+}
+
 TEST(PixelBufferPool, OutstandingBuffersOutliveTheirPool) {
     auto pool = PixelBufferPool::create(PixelFormat::nv12, 64, 64, 2);
     const FrameRef frame = pool->take();
