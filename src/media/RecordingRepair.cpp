@@ -80,6 +80,14 @@ Result<std::optional<Path>> findVideo(const Path& named, const RecordingId& id) 
     return doubt ? Result<std::optional<Path>>(std::move(*doubt)) : std::optional<Path>();
 }
 
+/// A video under its name that was made a moment before its head would have been written.
+std::optional<Path> headlessVideo(const Path& named) {
+    std::error_code failure;
+    const bool isEmpty = std::filesystem::is_regular_file(std::filesystem::symlink_status(named, failure)) &&
+                         std::filesystem::file_size(named, failure) == 0 && !failure;
+    return isEmpty ? std::optional(named) : std::nullopt;
+}
+
 /// Under its own name again, or under one like it when that is taken.
 Result<Path> broughtBack(const Path& aside, const Path& named) {
     for (int n = 1;; ++n) {
@@ -134,12 +142,9 @@ Outcome nothingLeft(const Path& journal, const std::optional<Path>& video) {
 }
 
 Outcome unusable(const Path& journal, JournalReader::State state, const Path& named) {
-    std::error_code unknown;
     switch (state) {
     case JournalReader::State::torn:
-        // Made in the last moment: a video that is there is of that moment too when it is empty, else of another.
-        return nothingLeft(journal, std::filesystem::file_size(named, unknown) == 0 && !unknown ? std::optional(named)
-                                                                                                : std::nullopt);
+        return nothingLeft(journal, headlessVideo(named));
     case JournalReader::State::unusable:
         static_cast<void>(keepDamagedFileAside(journal));
         return std::optional<RepairedRecording>();
@@ -188,7 +193,7 @@ Result<std::optional<RepairedRecording>> repairRecording(const std::filesystem::
     }
     std::optional<Path> video = std::move(found).value();
     if (!video && !(summary.finished && isThere(*named))) {
-        return nothingLeft(journal, std::nullopt);
+        return nothingLeft(journal, headlessVideo(*named));
     }
     std::int64_t microseconds = summary.finished.value_or(0);
     if (!summary.finished) {

@@ -2,6 +2,7 @@
 
 import errno
 import os
+import shutil
 import subprocess
 
 from orders import FAIL
@@ -17,8 +18,9 @@ class Drive:
     """A file system of its own as library folder. Gone, its folder is gone and what was open on it fails."""
 
     def __enter__(self):
+        shutil.rmtree(LIBRARY, ignore_errors=True)  # it goes with the drive
         for folder in (LIBRARY, PULLED):
-            os.makedirs(folder, exist_ok=True)
+            os.makedirs(folder)
         subprocess.run(["mount", "-t", "tmpfs", "tmpfs", LIBRARY], check=True)
         self.there = True
         return self

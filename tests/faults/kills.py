@@ -55,6 +55,7 @@ class Kill:
 
 
 def at_start(kill):
+    kill.subject.orders.give(SLOW, milliseconds=kill.chance.choice((0, 40)), times=6, part="Grabaci")
     press("ctrl+g")
     end = time.monotonic() + kill.chance.uniform(0, 1.5)
     while time.monotonic() < end:

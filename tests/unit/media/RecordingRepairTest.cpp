@@ -149,6 +149,14 @@ TEST_F(RecordingRepair, WhereNothingWasRecordedYetNothingStays) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
 }
 
+TEST_F(RecordingRepair, AVideoThatNotEvenHadItsHeadGoesWithItsJournal) {
+    LeftRecording left(video_);
+    left.data().clear();
+    left.die();
+    EXPECT_FALSE(repair());
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+}
+
 TEST_F(RecordingRepair, AJournalWithoutAVideoGoes) {
     LeftRecording left(video_);
     left.record(30);
