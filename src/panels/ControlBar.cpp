@@ -46,7 +46,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override {
-        QPainter(this).fillRect(QRectF((width() - 1) / 2, 0, 1, height()), Theme::border);
+        QPainter(this).fillRect(QRect((width() - 1) / 2, 0, 1, height()), Theme::border);
     }
 };
 

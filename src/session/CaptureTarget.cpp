@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <set>
 #include <utility>
 
@@ -86,7 +87,7 @@ Result<CapturePlan> planCapture(const CaptureWish& wish, const OwnWindows& own, 
 }
 
 Size even(Size size) {
-    const auto towardsZero = [](double side) { return double(static_cast<long long>(side) / 2 * 2); };
+    const auto towardsZero = [](double side) { return std::trunc(side / 2) * 2; };
     return {towardsZero(size.width), towardsZero(size.height)};
 }
 

@@ -12,14 +12,12 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <utility>
-
 namespace velmo {
 
 DialogWindow::DialogWindow(QWidget* parent) : DialogWindow({Theme::card(), 14, Elevation::dialog}, parent) {}
 
 DialogWindow::DialogWindow(Floor floor, QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), floor_(std::move(floor)) {
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), floor_(floor) {
     setAttribute(Qt::WA_TranslucentBackground);
     setContentsMargins(Shadow::margins(floor_.elevation));
 }

@@ -41,7 +41,7 @@ bool isAbsent(const QJsonValue& json) {
 }
 
 bool readMarkers(const QJsonValue& json, std::vector<double>& markers) {
-    for (const QJsonValue& marker : json.toArray()) {
+    for (const auto& marker : json.toArray()) {
         if (!marker.isDouble()) {
             return false;
         }
@@ -55,7 +55,7 @@ bool readTitles(const QJsonValue& json, std::optional<QStringList>& titles) {
         return true;
     }
     titles.emplace();
-    for (const QJsonValue& title : json.toArray()) {
+    for (const auto& title : json.toArray()) {
         if (!title.isString()) {
             return false;
         }

@@ -109,7 +109,8 @@ void RecordingCard::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     const int width = option.rect.width() - kGapAcross;
-    const QRectF card(option.rect.left() + kGapAcross / 2, option.rect.top() + kGapDown / 2, width, cardHeight(width));
+    const QPoint corner = option.rect.topLeft() + QPoint(kGapAcross / 2, kGapDown / 2);
+    const QRectF card(corner, QSizeF(width, cardHeight(width)));
     const QRectF picture(card.left(), card.top(), width, pictureHeight(width));
     const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
     const CardColors colors = cardColors(option.state);

@@ -33,6 +33,8 @@ struct X11InputMonitors::Handlers {
 };
 
 struct X11InputMonitors::Entry {
+    explicit Entry(Handlers all) : handlers(std::move(all)) {}
+
     const Handlers handlers;
     std::atomic<bool> ended{false};
 };

@@ -168,7 +168,7 @@ QImage PrompterLayout::picture(std::size_t index, const QColor& color, int inset
     layout.endLayout();
     QPainter painter(&image);
     painter.setPen(color);
-    layout.draw(&painter, QPointF(inset, spacing_ / 2));
+    layout.draw(&painter, QPoint(inset, spacing_ / 2));
     return image;
 }
 

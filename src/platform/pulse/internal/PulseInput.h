@@ -22,7 +22,7 @@ public:
     /// `microphone` absent: what the default sink plays, whichever that is.
     PulseInput(std::shared_ptr<PulseSession> session, const Clock& clock, std::optional<std::string> microphone,
                SerialQueue& queue, AudioInputService::Handler handler);
-    ~PulseInput();
+    ~PulseInput() override;
 
 private:
     void sessionChanged() override;

@@ -27,7 +27,7 @@ public:
 
 private:
     CaptureSource(XConnection& connection, std::optional<Monitor> monitor, std::unique_ptr<WindowComposer> composer)
-        : connection_(connection), monitor_(std::move(monitor)), composer_(std::move(composer)) {}
+        : connection_(connection), monitor_(monitor), composer_(std::move(composer)) {}
 
     XConnection& connection_;
     std::optional<Monitor> monitor_; ///< absent for a window

@@ -72,7 +72,7 @@ void X11CaptureStream::start(Completion completion) {
             mailbox_ = std::make_shared<CaptureMailbox>();
             CaptureRun::Context context{
                 std::move(connection).value(), filter_, configuration_, audio_, &clock_, outputs_, mailbox_};
-            thread_ = std::thread([context = std::move(context), completion = std::move(completion)]() mutable {
+            thread_ = std::thread([context = std::move(context), completion]() mutable {
                 pthread_setname_np(pthread_self(), "velmo.x11.capt");
                 CaptureRun(std::move(context)).run(completion);
             });
