@@ -8,6 +8,7 @@
 #include <QSessionManager>
 #include <QWidget>
 
+#include <functional>
 #include <utility>
 
 namespace velmo {
@@ -146,7 +147,7 @@ void AppDelegate::makeActions() {
 
 void AppDelegate::makeSessionActions() {
     const auto call = [this](ShellAction action, void (RecorderController::*operation)()) {
-        actions_.set(action, [this, operation] { (shell_.recorder.*operation)(); });
+        actions_.set(action, [this, operation] { std::invoke(operation, shell_.recorder); });
     };
     call(ShellAction::openSetup, &RecorderController::openSetup);
     call(ShellAction::startNow, &RecorderController::start);
