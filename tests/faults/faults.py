@@ -28,6 +28,8 @@ def main():
     parser.add_argument("--seed", type=int, default=int(time.time()))
     parser.add_argument("--only", default=",".join(GROUPS))
     options = parser.parse_args()
+    if "DESK_FOLDER" not in os.environ:
+        parser.error("it empties the library folder: only on a private desktop, by ./test --faults")
     print(f"seed {options.seed}", flush=True)
     begin = time.monotonic()
     faults = []

@@ -11,7 +11,6 @@ from subject import MARK_SETTLES_S, Subject, kit_of, look_at, now_ms, record_of,
 
 LONGEST_LOSS_S = 1.0
 MOST_TRIES = 2        # for each kill: those that come before the first picture do not count
-KEY_SETTLES_S = 0.15  # from a key press until the program has acted on it, on a busy machine
 
 
 class Kill:

@@ -14,7 +14,6 @@ TIMES = (("once", dict(times=1)), ("every 7th time", dict(every=7)), ("from then
 STEPS_OF_A_STOP = (1, 2, 3, 5, 8, 13, 21, 34)
 
 
-
 class Misbehaviour:
     """Of the disk, by orders to the shim."""
 
