@@ -85,5 +85,15 @@ TEST(EncoderLoad, AfterAChangeItMeasuresAnew) {
     }
 }
 
+TEST(EncoderLoad, TellsTheAverageThatDecidedAndNotTheLastPicture) {
+    EncoderLoad load(kInterval, kLimit);
+    EXPECT_FALSE(load.isTooHigh(0.06, 6));
+    EXPECT_FALSE(load.isTooHigh(0.06, 6));
+    EXPECT_TRUE(load.isTooHigh(0.03, 6));
+    EXPECT_NEAR(load.averageTime(), 0.05, 1e-9);
+    EXPECT_FALSE(load.isTooHigh(0.01, 6));
+    EXPECT_NEAR(load.averageTime(), 0.01, 1e-9) << "measured anew";
+}
+
 } // namespace
 } // namespace velmo::internal

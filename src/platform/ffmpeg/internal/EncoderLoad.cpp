@@ -22,8 +22,7 @@ bool EncoderLoad::isTooHigh(double encodingTime, int waiting) {
     if (frames_ < kLeastFrames || waiting < highWater_ || average_ < frameInterval_) {
         return false;
     }
-    frames_ = 0;
-    average_ = 0;
+    frames_ = 0; // the next frame's time replaces the average
     return true;
 }
 

@@ -14,6 +14,10 @@ public:
     /// measuring begins anew then.
     bool isTooHigh(double encodingTime, int waiting);
 
+    /// Seconds for a frame, of the last few, by which the last answer was given; a hiccup counts no more than
+    /// a slow picture.
+    double averageTime() const { return average_; }
+
 private:
     double frameInterval_;
     int highWater_;

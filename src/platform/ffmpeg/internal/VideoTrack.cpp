@@ -102,9 +102,9 @@ void VideoTrack::watchLoad(double encodingTime) {
         load_.isTooHigh(encodingTime, waiting_.load(std::memory_order_relaxed))) {
         stepDownIsDue_ = true;
         if (options_.log) {
-            options_.log("grabación: el codificador no da abasto (" + std::to_string(std::lround(encodingTime * 1000)) +
-                         " ms por cuadro), baja de " + nameOf(preset_) + " a " +
-                         nameOf(static_cast<EncoderPreset>(static_cast<int>(preset_) + 1)));
+            options_.log("grabación: el codificador no da abasto (" +
+                         std::to_string(std::lround(load_.averageTime() * 1000)) + " ms por cuadro), baja de " +
+                         nameOf(preset_) + " a " + nameOf(static_cast<EncoderPreset>(static_cast<int>(preset_) + 1)));
         }
     }
 }
